@@ -1,0 +1,226 @@
+#include "cli/arguments.h"
+
+#include <map>
+#include <vector>
+
+#include "cli/failure.h"
+
+namespace cli {
+namespace {
+
+constexpr wchar_t help[] =
+    LR"(tessera - runs exports and queries of a project file
+
+tessera export PROJECT [--document NAME] [--script FILE] [--out FILE]
+                       [--quiet] [--window]
+    Runs the mapping script of a document and writes the content document.
+    --document NAME  name or path of the document; without it, the first
+                     document that has a mapping table
+    --script FILE    a script to run in place of the document's own
+    --out FILE       where to write; without it, PROJECT.DOCUMENT.content.xml
+                     in the current folder
+    --quiet          tell only the path and the errors
+    --window         show the progress form
+
+tessera query PROJECT --query NAME --format FORMAT [--encode] [--out FILE]
+                      [--quiet] [--window]
+    Runs a query and writes what it finds. FORMAT is one of
+    columns          the document that describes the columns
+    rows             the documents of the rows, gathered below one root
+    complete         the content document of headings and cells
+    strings          one string per row; --encode: each of them encoded
+    Without --out, the result goes to standard output.
+
+tessera decode FILE [--out FILE] [--quiet]
+    Decodes a file of encoded strings, one in each line.
+
+tessera --help
+tessera --version
+
+Exit code: 0 done, 1 errors were reported or nothing came back,
+2 the command could not be run.
+)";
+
+constexpr unsigned for_export = 1;
+constexpr unsigned for_query = 2;
+constexpr unsigned for_decode = 4;
+
+struct CommandName {
+    std::wstring_view name;
+    Command command;
+    unsigned mask;
+    std::wstring_view input;
+};
+constexpr CommandName commands[] = {
+    {L"export", Command::export_document, for_export, L"the project file"},
+    {L"query", Command::query, for_query, L"the project file"},
+    {L"decode", Command::decode, for_decode, L"the file to decode"},
+};
+
+struct Option {
+    std::wstring_view name;
+    unsigned commands;
+    bool takes_value;
+};
+constexpr Option options[] = {
+    {L"--document", for_export, true},
+    {L"--script", for_export, true},
+    {L"--query", for_query, true},
+    {L"--format", for_query, true},
+    {L"--encode", for_query, false},
+    {L"--out", for_export | for_query | for_decode, true},
+    {L"--quiet", for_export | for_query | for_decode, false},
+    {L"--window", for_export | for_query, false},
+};
+
+struct FormatName {
+    std::wstring_view name;
+    QueryFormat format;
+};
+constexpr FormatName formats[] = {
+    {L"columns", QueryFormat::columns},
+    {L"rows", QueryFormat::rows},
+    {L"complete", QueryFormat::complete},
+    {L"strings", QueryFormat::strings},
+};
+
+std::wstring quoted(std::wstring_view text) {
+    return std::wstring(L"\"").append(text).append(L"\"");
+}
+
+bool is_help(std::wstring_view argument) {
+    return argument == L"--help" || argument == L"-h" || argument == L"-?" || argument == L"/?";
+}
+
+const CommandName& command_named(std::wstring_view name) {
+    for (const CommandName& known : commands)
+        if (known.name == name) return known;
+    throw Failure(L"there is no command " + quoted(name) + L"; \"tessera --help\" lists them");
+}
+
+class Parser {
+  public:
+    Parser(const CommandName& command, std::span<const wchar_t* const> arguments)
+        : command_(command), rest_(arguments) {}
+
+    // False when help was asked for.
+    bool read() {
+        while (!rest_.empty()) {
+            const std::wstring_view argument = take();
+            if (!only_operands_ && is_help(argument)) return false;
+            if (!only_operands_ && argument == L"--")
+                only_operands_ = true;
+            else if (!only_operands_ && argument.size() > 1 && argument.front() == L'-')
+                read_option(argument);
+            else
+                operands_.push_back(argument);
+        }
+        return true;
+    }
+
+    Arguments result() const {
+        Arguments result;
+        result.command = command_.command;
+        result.input = input();
+        result.document = value(L"--document");
+        result.script = value(L"--script");
+        result.out = value(L"--out");
+        result.encode = given_.contains(L"--encode");
+        result.quiet = given_.contains(L"--quiet");
+        result.window = given_.contains(L"--window");
+        if (command_.command == Command::query) {
+            result.query = required(L"--query");
+            result.format = format();
+            if (result.encode && result.format != QueryFormat::strings)
+                fail(L"\"--encode\" is for \"--format strings\" only");
+        }
+        return result;
+    }
+
+  private:
+    [[noreturn]] void fail(const std::wstring& problem) const {
+        throw Failure(std::wstring(command_.name) + L": " + problem);
+    }
+
+    std::wstring_view take() {
+        const std::wstring_view argument = rest_.front();
+        rest_ = rest_.subspan(1);
+        return argument;
+    }
+
+    const Option& option_named(std::wstring_view name) const {
+        for (const Option& known : options)
+            if (known.name == name && (known.commands & command_.mask) != 0) return known;
+        fail(L"there is no option " + quoted(name) + L"; \"tessera --help\" lists them");
+    }
+
+    // "--name value" or "--name=value".
+    void read_option(std::wstring_view argument) {
+        const std::size_t sign = argument.find(L'=');
+        const Option& option = option_named(argument.substr(0, sign));
+        std::wstring_view value;
+        if (sign != argument.npos) {
+            if (!option.takes_value) fail(quoted(option.name) + L" takes no value");
+            value = argument.substr(sign + 1);
+        } else if (option.takes_value) {
+            if (rest_.empty()) fail(quoted(option.name) + L" needs a value");
+            value = take();
+        }
+        if (option.takes_value && value.empty()) fail(quoted(option.name) + L" needs a value");
+        if (!given_.emplace(option.name, value).second)
+            fail(quoted(option.name) + L" is given twice");
+    }
+
+    std::wstring input() const {
+        if (operands_.empty()) fail(std::wstring(command_.input) + L" is missing");
+        if (operands_.size() > 1) fail(quoted(operands_[1]) + L" is one argument too many");
+        if (operands_.front().empty()) fail(std::wstring(command_.input) + L" has no name");
+        return std::wstring(operands_.front());
+    }
+
+    std::optional<std::wstring> value(std::wstring_view option) const {
+        const auto found = given_.find(option);
+        if (found == given_.end()) return {};
+        return std::wstring(found->second);
+    }
+
+    std::wstring required(std::wstring_view option) const {
+        if (auto given = value(option)) return *given;
+        fail(quoted(option) + L" is missing");
+    }
+
+    QueryFormat format() const {
+        const std::wstring name = required(L"--format");
+        for (const FormatName& known : formats)
+            if (known.name == name) return known.format;
+        fail(L"there is no format " + quoted(name) +
+             L"; there are columns, rows, complete and strings");
+    }
+
+    const CommandName& command_;
+    std::span<const wchar_t* const> rest_;
+    bool only_operands_ = false;
+    std::vector<std::wstring_view> operands_;
+    std::map<std::wstring_view, std::wstring_view> given_;
+};
+
+}  // namespace
+
+Arguments parse_arguments(std::span<const wchar_t* const> arguments) {
+    if (arguments.empty()) throw Failure(L"no command is given; \"tessera --help\" lists them");
+    const std::wstring_view first = arguments.front();
+    Arguments result;
+    if (is_help(first)) return result;
+    if (first == L"--version") {
+        result.command = Command::version;
+        return result;
+    }
+    Parser parser(command_named(first), arguments.subspan(1));
+    return parser.read() ? parser.result() : result;
+}
+
+std::wstring_view help_text() noexcept {
+    return help;
+}
+
+}  // namespace cli

@@ -1,0 +1,32 @@
+// The command line: what is to be done, and the text that explains it.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+enum class Command { help, version, export_document, query, decode };
+enum class QueryFormat { columns, rows, complete, strings };
+
+struct Arguments {
+    Command command = Command::help;
+    std::wstring input;  // the project file, or the file to decode
+    std::optional<std::wstring> document;
+    std::optional<std::wstring> script;
+    std::optional<std::wstring> out;
+    std::wstring query;
+    QueryFormat format = QueryFormat::complete;
+    bool encode = false;
+    bool quiet = false;
+    bool window = false;
+};
+
+// Takes the arguments that follow the program's name. Throws Failure.
+Arguments parse_arguments(std::span<const wchar_t* const> arguments);
+
+std::wstring_view help_text() noexcept;
+
+}  // namespace cli

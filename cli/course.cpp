@@ -1,0 +1,127 @@
+#include "cli/course.h"
+
+#include <algorithm>
+
+#include "automation/dispatch.h"
+#include "automation/object.h"
+#include "cli/interrupt.h"
+#include "cli/text.h"
+
+namespace cli {
+
+using automation::Bstr;
+using automation::call;
+using automation::ComPtr;
+using automation::get;
+
+namespace {
+
+constexpr std::uint64_t milliseconds_between_updates = 100;
+
+ConsoleStream* terminal_of(Console& console, bool data_on_output) {
+    if (console.error.is_terminal()) return &console.error;
+    if (console.out.is_terminal() && !data_on_output) return &console.out;
+    return nullptr;
+}
+
+class Watcher : public automation::Object<Watcher, IHostKitWatcher> {
+  public:
+    explicit Watcher(Course& course) : course_(course) {}
+
+    STDMETHODIMP Called(long row, long row_count) override {
+        try {
+            course_.row(row, row_count);
+            return course_.refuses_call() ? E_ABORT : S_OK;
+        } catch (...) {
+            return automation::current_error().code;
+        }
+    }
+
+  private:
+    Course& course_;
+};
+
+}  // namespace
+
+Course::Course(Console& console, const Arguments& arguments, bool data_on_output)
+    : stream_(arguments.quiet ? nullptr : terminal_of(console, data_on_output)) {}
+
+Course::~Course() {
+    try {
+        close();
+    } catch (...) {
+        // The terminal or the form is gone; there is nothing left to take back.
+    }
+}
+
+void Course::open_form(const std::wstring& caption) {
+    form_ = automation::create_object<ITesseraProgress>(L"Tessera.Progress");
+    call(form_, &ITesseraProgress::put_Caption, Bstr(caption).get());
+    call(form_, &ITesseraProgress::put_Where, uccKelosToBox);
+    call(form_, &ITesseraProgress::put_Percentage, short{0});
+}
+
+void Course::close() {
+    if (const auto form = std::exchange(form_, nullptr))
+        call(form, &ITesseraProgress::put_Percentage, short{100});
+    if (shown_width_ > 0) stream_->write(L"\r" + std::wstring(shown_width_, L' ') + L"\r");
+    shown_width_ = 0;
+    shown_.clear();
+}
+
+void Course::phase(const std::wstring& text) {
+    phase_ = text;
+    next_update_ = 0;
+    row(0, 0);
+}
+
+void Course::row(long number, long count) {
+    if (!stream_ && !form_) return;
+    const std::uint64_t now = GetTickCount64();
+    if (now < next_update_) return;
+    next_update_ = now + milliseconds_between_updates;
+    std::wstring text = phase_;
+    if (number > 0) text += L": row " + std::to_wstring(number);
+    if (number > 0 && count > 0) text += L" of " + std::to_wstring(count);
+    show_line(text);
+    move_bar(number, count);
+}
+
+bool Course::is_stopped() {
+    if (is_interrupted()) is_stopped_ = true;
+    return is_stopped_;
+}
+
+bool Course::refuses_call() {
+    has_refused_ = has_refused_ || is_stopped();
+    return has_refused_;
+}
+
+void Course::show_line(const std::wstring& text) {
+    if (!stream_ || text == shown_) return;
+    const std::u16string line = cut_to(visible(automation::as_u16(text)), stream_->width());
+    const std::size_t width = display_width(line);
+    const std::size_t rest = shown_width_ > width ? shown_width_ - width : 0;
+    stream_->write(u"\r" + line + std::u16string(rest, u' '));
+    shown_ = text;
+    shown_width_ = width;
+}
+
+// A percentage of 0 would begin the work anew and forget that the user has stopped it.
+void Course::move_bar(long number, long count) {
+    if (!form_) return;
+    const long percentage = count > 0 ? static_cast<long>(100.0 * number / count) : 0;
+    call(form_, &ITesseraProgress::put_Percentage,
+         static_cast<short>(std::clamp(percentage, 1L, 99L)));
+    if (get(form_, &ITesseraProgress::get_State) == uccStateAbort) is_stopped_ = true;
+}
+
+CourseWatch::CourseWatch(const ComPtr<IHostKit>& kit, Course& course) : kit_(kit) {
+    call(kit_, &IHostKit::putref_Watcher, automation::make<Watcher>(course)->main_interface());
+}
+
+CourseWatch::~CourseWatch() {
+    kit_->putref_Watcher(nullptr);
+}
+
+}  // namespace cli

@@ -1,0 +1,143 @@
+#include "cli/export_command.h"
+
+#include "automation/bstr.h"
+#include "automation/dispatch.h"
+#include "cli/content_file.h"
+#include "cli/content_table.h"
+#include "cli/course.h"
+#include "cli/exit_code.h"
+#include "cli/failure.h"
+#include "cli/findings.h"
+#include "cli/output_path.h"
+#include "cli/project.h"
+#include "cli/text_file.h"
+#include "functions/trim.h"
+
+namespace cli {
+
+using automation::Bstr;
+using automation::call;
+using automation::ComPtr;
+using automation::get;
+
+namespace {
+
+struct Script {
+    Bstr text;
+    std::wstring name;  // what an error in it is told of
+};
+
+class Export {
+  public:
+    Export(const Arguments& arguments, Console& console)
+        : arguments_(arguments),
+          console_(console),
+          course_(console, arguments, false),
+          project_(arguments.input, arguments.window),
+          chosen_(project_.document(arguments.document)),
+          path_(arguments.out ? *arguments.out : content_file_name(arguments.input, chosen_.name)) {
+        check_output_path(path_, arguments.input);
+        if (arguments.script) check_output_path(path_, *arguments.script);
+    }
+
+    int run() {
+        prepare();
+        const dom::Document document = execute();
+        findings_ = collect_findings(project_.service(), arguments_.window);
+        const bool usable = document && !course_.has_refused();
+        if (usable) write(dom::root(document));
+        course_.close();
+        tell(usable);
+        return usable && !findings_.has_errors() && !course_.is_stopped() ? exit_success
+                                                                          : exit_with_errors;
+    }
+
+  private:
+    void prepare() {
+        runner_ = automation::create_object<ITesseraVexScript>(L"Tessera.VexScript");
+        call(runner_, &ITesseraVexScript::putref_WorkSet, project_.workset().get());
+        call(runner_, &ITesseraVexScript::putref_Document, chosen_.document.get());
+        if (arguments_.script)
+            script_ = {Bstr(read_text_file(*arguments_.script, L"the script")), *arguments_.script};
+        else
+            script_ = {get(runner_, &ITesseraVexScript::GetVexScript, chosen_.document.get(),
+                           VARIANT_FALSE),
+                       chosen_.name};
+    }
+
+    dom::Document execute() {
+        if (arguments_.window) course_.open_form(L"Tessera: " + chosen_.name);
+        course_.phase(L"running " + script_.name);
+        const CourseWatch watch(project_.kit(), course_);
+        return get(runner_, &ITesseraVexScript::Execute, script_.text.get());
+    }
+
+    void write(const dom::Node& root) {
+        course_.phase(L"writing " + path_);
+        TextFile file(path_, FileEncoding::utf16);
+        replaced_ = write_document(file, root, u"UTF-16");
+        file.finish();
+        table_ = content_table(root);
+    }
+
+    void tell(bool written) {
+        if (written && !arguments_.quiet) tell_table();
+        // What failed because it was stopped is no news.
+        if (!course_.has_refused()) {
+            if (!arguments_.quiet) tell_messages(console_.out, findings_);
+            tell_errors(console_.error, findings_, script_.name);
+        }
+        if (!written) tell_missing();
+        if (!arguments_.quiet && written) tell_summary();
+        if (written) console_.out.write_line(arguments_.quiet ? path_ : L"written: " + path_);
+        if (written && course_.is_stopped())
+            console_.error.write_line(
+                L"tessera: stopped, but the document was complete and is written");
+    }
+
+    void tell_table() {
+        console_.out.write_line(
+            L"document: " + chosen_.name +
+            (arguments_.document ? L"" : L" (the first that has a mapping table)"));
+        console_.out.write_line(L"script:   " +
+                                (arguments_.script ? script_.name : L"the document's"));
+        console_.out.write(u"\n" + format_table(table_, console_.out.width()) + u"\n");
+    }
+
+    void tell_missing() {
+        const bool is_empty = tessera::trim_blanks(script_.text.view()).empty();
+        std::wstring reason = L"no content document came back";
+        if (course_.has_refused())
+            reason = L"stopped";
+        else if (is_empty && arguments_.script)
+            reason = L"the script \"" + script_.name + L"\" is empty";
+        else if (is_empty)
+            reason = L"the document \"" + chosen_.name + L"\" has no mapping script";
+        console_.error.write_line(L"tessera: " + reason + L"; nothing was written");
+    }
+
+    void tell_summary() {
+        console_.out.write_line(count_of(table_.rows.size(), L"row") + L", " + findings_.counted());
+        if (replaced_ > 0) console_.out.write_line(replaced_text(replaced_));
+    }
+
+    const Arguments& arguments_;
+    Console& console_;
+    Course course_;
+    const Project project_;
+    const ChosenDocument chosen_;
+    const std::wstring path_;
+    ComPtr<ITesseraVexScript> runner_;
+    Script script_;
+    Findings findings_;
+    TextTable table_;
+    std::size_t replaced_ = 0;
+};
+
+}  // namespace
+
+int run_export(const Arguments& arguments, Console& console) {
+    return Export(arguments, console).run();
+}
+
+}  // namespace cli

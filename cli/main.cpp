@@ -1,0 +1,78 @@
+// tessera.exe: exports and queries of project files on the console.
+
+#include <exception>
+
+#include "automation/error.h"
+#include "cli/decode_command.h"
+#include "cli/exit_code.h"
+#include "cli/export_command.h"
+#include "cli/failure.h"
+#include "cli/interrupt.h"
+#include "cli/query_command.h"
+
+namespace cli {
+namespace {
+
+// COM for the life of the program.
+class Apartment {
+  public:
+    Apartment() { automation::check(OleInitialize(nullptr)); }
+    ~Apartment() { OleUninitialize(); }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+};
+
+int run_command(const Arguments& arguments, Console& console) {
+    const Apartment apartment;
+    catch_interrupts();
+    switch (arguments.command) {
+        case Command::export_document:
+            return run_export(arguments, console);
+        case Command::query:
+            return run_query(arguments, console);
+        default:
+            return run_decode(arguments, console);
+    }
+}
+
+int run(std::span<const wchar_t* const> given, Console& console) {
+    const Arguments arguments = parse_arguments(given);
+    if (arguments.command == Command::help) {
+        console.out.write(help_text());
+        return exit_success;
+    }
+    if (arguments.command == Command::version) {
+        console.out.write_line(L"tessera " TESSERA_VERSION);
+        return exit_success;
+    }
+    return run_command(arguments, console);
+}
+
+int failed(Console& console, const std::wstring& text, int code) noexcept {
+    try {
+        console.error.write_line(L"tessera: " + text);
+    } catch (...) {
+        // Standard error is gone: the exit code must do.
+    }
+    return code;
+}
+
+int run_guarded(std::span<const wchar_t* const> given) noexcept {
+    Console console;
+    try {
+        return run(given, console);
+    } catch (const Failure& failure) {
+        return failed(console, failure.text(), exit_not_run);
+    } catch (...) {
+        const automation::ErrorReport error = automation::current_error();
+        return failed(console, error.description.str(), exit_with_errors);
+    }
+}
+
+}  // namespace
+}  // namespace cli
+
+extern "C" int wmain(int count, wchar_t** arguments) {
+    const std::span<const wchar_t* const> all(arguments, static_cast<std::size_t>(count));
+    return cli::run_guarded(all.subspan(all.empty() ? 0 : 1));
+}

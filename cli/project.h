@@ -1,0 +1,45 @@
+// A project file opened with the host kit, and the host service that records what is reported.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "automation/call.h"
+#include "hostkit.h"
+#include "tessera.h"
+
+namespace cli {
+
+struct ChosenDocument {
+    automation::ComPtr<IKelosDocument> document;
+    std::wstring name;
+};
+
+class Project {
+  public:
+    // Without windows the host has no application that could show one.
+    Project(const std::wstring& path, bool with_windows);
+
+    const automation::ComPtr<IHostKitService>& service() const noexcept { return service_; }
+    const automation::ComPtr<IHostKit>& kit() const noexcept { return kit_; }
+    const automation::ComPtr<IKelosWorkset>& workset() const noexcept { return workset_; }
+
+    // The document of this name or path; without one, the first that has a mapping table.
+    ChosenDocument document(const std::optional<std::wstring>& name) const;
+    automation::ComPtr<IKelosQuery> query(const std::wstring& name) const;
+
+  private:
+    ChosenDocument first_mapping_document() const;
+    std::wstring document_names() const;
+    std::wstring query_names() const;
+
+    std::wstring path_;
+    automation::ComPtr<IHostKitService> service_;
+    automation::ComPtr<IHostKit> kit_;
+    automation::ComPtr<IKelosWorkset> workset_;
+};
+
+// The service of this thread, recording without a word and speaking English.
+automation::ComPtr<IHostKitService> recording_service(bool with_windows);
+
+}  // namespace cli

@@ -1,0 +1,49 @@
+// Writes an XML 1.0 document as text, whatever its names and values were made of.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/text_sink.h"
+
+namespace cli {
+
+// Every element begins on a line of its own, except inside elements that are said to hold text.
+// Characters that XML 1.0 does not allow are written as U+FFFD and counted. A carriage return, and
+// in attributes every line end and tab, is written as a reference: parsers change the others.
+class XmlWriter {
+  public:
+    explicit XmlWriter(TextSink& sink) : sink_(sink) {}
+
+    void declaration(std::u16string_view encoding);
+    void start(std::u16string_view name, bool holds_text = false);
+    // After `start`, before anything else.
+    void attribute(std::u16string_view name, std::u16string_view value);
+    void text(std::u16string_view value);
+    void end();
+    // Ends the last line and hands everything to the sink.
+    void finish();
+
+    std::size_t replaced() const noexcept { return replaced_; }
+
+  private:
+    struct Open {
+        std::u16string name;
+        bool holds_text;
+        bool has_content = false;
+    };
+
+    void begin_content();
+    void break_line(std::size_t depth);
+    void escape(std::u16string_view value, bool in_attribute);
+    void flush();
+
+    TextSink& sink_;
+    std::u16string buffer_;
+    std::vector<Open> open_;
+    bool in_tag_ = false;
+    std::size_t replaced_ = 0;
+};
+
+}  // namespace cli

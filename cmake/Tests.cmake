@@ -1,0 +1,33 @@
+# Test programs. Every suite is one doctest program and one ctest entry; a hang is a failure.
+
+# add_unit_test(<name> SOURCES …): portable code. Runs natively and, cross-compiled, under Wine.
+function(add_unit_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/unit_main.cpp)
+    target_link_libraries(${name} PRIVATE tessera_core ${ARG_LIBRARIES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_include_directories(${name} SYSTEM PRIVATE ${TESSERA_DOCTEST_INCLUDE})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 600)
+endfunction()
+
+# add_com_test(<name> LABEL <com|late|fault> SOURCES … [LIBRARIES …] [LOCK …]): Windows code.
+# The test programs reach the build's DLLs through their side-by-side manifests, without
+# registration; ComFixture fails a test that leaves an object alive.
+function(add_com_test name)
+    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LIBRARIES;LOCK" ${ARGN})
+    if(NOT WIN32)
+        return()
+    endif()
+    add_executable(${name} ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/test.rc)
+    target_link_libraries(${name} PRIVATE test_support ${ARG_LIBRARIES})
+    target_include_directories(${name} PRIVATE
+        ${CMAKE_RUNTIME_OUTPUT_DIRECTORY} ${PROJECT_BINARY_DIR}/generated)
+    add_dependencies(${name} tessera_interfaces_files)
+    add_dependencies(${name} Tessera KelosHostKit)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 600)
+    if(ARG_LOCK)
+        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK "${ARG_LOCK}")
+    endif()
+endfunction()

@@ -1,0 +1,80 @@
+#include "hostkit/boundary.h"
+
+#include <cguid.h>
+
+namespace hostkit {
+namespace {
+
+using automation::Bstr;
+using automation::ComPtr;
+
+struct Fault {
+    long calls = 0;
+    long failing = 0;
+    HRESULT code = E_FAIL;
+};
+thread_local Fault fault;
+
+struct Watch {
+    IHostKitWatcher* watcher = nullptr;
+    bool is_telling = false;
+    long row = 0;
+    long row_count = 0;
+};
+thread_local Watch watch;
+
+void tell_watcher() {
+    if (!watch.watcher || watch.is_telling) return;
+    const ComPtr<IHostKitWatcher> watcher = watch.watcher;
+    watch.is_telling = true;
+    const HRESULT code = watcher->Called(watch.row, watch.row_count);
+    watch.is_telling = false;
+    automation::check(code, watcher);
+}
+
+void set_error_info(const automation::ErrorReport& error) {
+    ComPtr<ICreateErrorInfo> creator;
+    if (FAILED(CreateErrorInfo(creator.put()))) return;
+    const Bstr own_source(L"KelosHostKit");
+    creator->SetGUID(GUID_NULL);
+    creator->SetDescription(error.description.get());
+    creator->SetSource(error.source.empty() ? own_source.get() : error.source.get());
+    if (const auto info = creator.try_as<IErrorInfo>()) SetErrorInfo(0, info.get());
+}
+
+}  // namespace
+
+void fail_call(long n, HRESULT code) noexcept {
+    fault = {0, n, code};
+}
+
+long counted_calls() noexcept {
+    return fault.calls;
+}
+
+void count_call() {
+    if (++fault.calls == fault.failing) automation::fail(fault.code, L"Failed on request");
+    tell_watcher();
+}
+
+void watch_calls(IHostKitWatcher* watcher) noexcept {
+    watch.watcher = watcher;
+    note_row(0, 0);
+}
+
+void note_row(long row, long row_count) noexcept {
+    watch.row = row;
+    watch.row_count = row_count;
+}
+
+HRESULT raise_current_error() noexcept {
+    const automation::ErrorReport error = automation::current_error();
+    try {
+        set_error_info(error);
+    } catch (...) {
+        // The code alone must do.
+    }
+    return error.code;
+}
+
+}  // namespace hostkit

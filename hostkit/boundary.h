@@ -1,0 +1,72 @@
+// The host kit's error boundary: every member's body runs inside it.
+//
+// Unlike the component, a host raises its errors: the boundary turns exceptions into the HRESULT
+// and the thread's error info. It also counts calls, so that a test can make the n-th one fail.
+#pragma once
+
+#include "automation/call.h"
+#include "model.h"
+
+namespace hostkit {
+
+// Fault injection, per thread. The n-th counted call from now on (n from 1) fails with the code;
+// n = 0 ends it. One call fails; those after it work again.
+void fail_call(long n, HRESULT code) noexcept;
+// Counted calls since the last fail_call.
+long counted_calls() noexcept;
+
+// Counts a call and tells the watcher; throws when it is the one that is to fail, or when the
+// watcher says so.
+void count_call();
+
+// Who is told of the counted calls on this thread; nothing ends it. The caller keeps the watcher
+// alive. What the watcher calls itself is not told.
+void watch_calls(IHostKitWatcher* watcher) noexcept;
+// The row of a mapping table that the watcher is told with the next calls.
+void note_row(long row, long row_count) noexcept;
+
+// Sets the thread's error info from the exception being handled and answers its code.
+HRESULT raise_current_error() noexcept;
+
+// What a member counts as.
+struct Counted {};    // a call of the contract: may be made to fail
+struct Uncounted {};  // the kit's own controls and the recording service: never fails by request
+
+namespace detail {
+inline void enter(Counted) {
+    count_call();
+}
+inline void enter(Uncounted) noexcept {}
+}  // namespace detail
+
+// Runs the body of a member without result.
+template <class Kind = Counted, class Body>
+HRESULT run(Body&& body) noexcept {
+    try {
+        detail::enter(Kind{});
+        body();
+        return S_OK;
+    } catch (...) {
+        return raise_current_error();
+    }
+}
+
+// Runs the body of a member with a result: what the body returns is handed out.
+template <class Kind = Counted, class T, class Body>
+HRESULT answer(T* result, Body&& body) noexcept {
+    if (!result) return E_POINTER;
+    using Holder = typename automation::Owned<T>::type;
+    Holder holder{};
+    const HRESULT code = run<Kind>([&] { holder = body(); });
+    if constexpr (requires { holder.detach(); })
+        *result = holder.detach();
+    else
+        *result = holder;
+    return code;
+}
+
+inline VARIANT_BOOL as_variant_bool(bool value) noexcept {
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+}  // namespace hostkit

@@ -1,0 +1,11 @@
+// Loads a project file into a model.
+#pragma once
+
+#include "hostkit/model/model_data.h"
+
+namespace hostkit {
+
+// Throws with one sentence that names the file and, where one is known, the line.
+std::shared_ptr<Model> load_project_file(const std::wstring& path);
+
+}  // namespace hostkit

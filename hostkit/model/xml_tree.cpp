@@ -1,0 +1,198 @@
+#include "hostkit/model/xml_tree.h"
+
+#include <xmllite.h>
+
+#include "automation/error.h"
+
+namespace hostkit {
+namespace {
+
+using automation::check;
+using automation::ComPtr;
+
+struct KnownProblem {
+    XmlError code;
+    const wchar_t* text;
+};
+constexpr KnownProblem known_problems[] = {
+    {MX_E_INPUTEND, L"the file ends too early"},
+    {WC_E_ELEMENTMATCH, L"an end tag does not match its start tag"},
+    {WC_E_QUOTE, L"an attribute's value is not in quotation marks"},
+    {WC_E_EQUAL, L"an attribute has no value"},
+    {WC_E_LESSTHAN, L"there is a \"<\" where none may be"},
+    {WC_E_UNIQUEATTRIBUTE, L"an attribute stands twice"},
+    {WC_E_UNDECLAREDENTITY, L"there is an unknown entity"},
+    {WC_E_DTDPROHIBITED, L"there is a document type declaration"},
+    {WC_E_ROOTELEMENT, L"there is more than one root element"},
+    {WC_E_NAMECHARACTER, L"a name, or what follows a \"&\", is not written correctly"},
+    {WC_E_SYNTAX, L"a tag is not written correctly"},
+};
+
+[[noreturn]] void fail_malformed(const std::wstring& path, IXmlReader* reader, HRESULT code) {
+    UINT line = 0;
+    reader->GetLineNumber(&line);
+    for (const KnownProblem& known : known_problems)
+        if (static_cast<HRESULT>(known.code) == code) fail_in_file(path, line, known.text);
+    wchar_t number[16];
+    swprintf(number, 16, L"%08X", static_cast<unsigned>(code));
+    fail_in_file(path, line, std::wstring(L"this is not well-formed XML (") + number + L")");
+}
+
+class File {
+  public:
+    explicit File(const std::wstring& path)
+        : handle_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              0, nullptr)) {
+        if (handle_ == INVALID_HANDLE_VALUE)
+            automation::fail(HRESULT_FROM_WIN32(GetLastError()),
+                             L"The file \"" + path + L"\" cannot be opened");
+    }
+    ~File() { CloseHandle(handle_); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    std::string read() {
+        std::string bytes;
+        char block[16384];
+        DWORD got = 0;
+        while (ReadFile(handle_, block, sizeof block, &got, nullptr) && got > 0)
+            bytes.append(block, got);
+        return bytes;
+    }
+
+  private:
+    HANDLE handle_;
+};
+
+ComPtr<IStream> stream_of(const std::string& bytes) {
+    ComPtr<IStream> stream;
+    check(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()));
+    check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr));
+    check(stream->Seek({}, STREAM_SEEK_SET, nullptr));
+    return stream;
+}
+
+// The parser's one function is looked up by name, because not every tool chain has its import
+// library.
+ComPtr<IXmlReader> create_reader() {
+    const HMODULE parser = LoadLibraryExW(L"xmllite.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (!parser) automation::fail(HRESULT_FROM_WIN32(GetLastError()));
+    const auto found = reinterpret_cast<void (*)()>(GetProcAddress(parser, "CreateXmlReader"));
+    if (!found) automation::fail(HRESULT_FROM_WIN32(GetLastError()));
+    ComPtr<IXmlReader> reader;
+    check(reinterpret_cast<decltype(&CreateXmlReader)>(found)(
+        __uuidof(IXmlReader), reinterpret_cast<void**>(reader.put()), nullptr));
+    check(reader->SetProperty(XmlReaderProperty_MaxElementDepth, 0));
+    check(reader->SetProperty(XmlReaderProperty_DtdProcessing, DtdProcessing_Prohibit));
+    return reader;
+}
+
+class TreeBuilder {
+  public:
+    TreeBuilder(const std::wstring& path, const std::string& bytes)
+        : path_(path), stream_(stream_of(bytes)), reader_(create_reader()) {
+        check(reader_->SetInput(stream_.get()));
+    }
+
+    XmlElement build() {
+        XmlNodeType type{};
+        HRESULT code;
+        while ((code = reader_->Read(&type)) == S_OK)
+            take(type);
+        if (SUCCEEDED(code) && document_.children.empty())
+            code = static_cast<HRESULT>(MX_E_INPUTEND);
+        if (SUCCEEDED(code) && !open_.empty()) fail_unclosed();
+        if (FAILED(code)) fail_malformed(path_, reader_.get(), code);
+        return std::move(document_.children.front());
+    }
+
+  private:
+    void take(XmlNodeType type) {
+        switch (type) {
+            case XmlNodeType_Element:
+                return begin_element();
+            case XmlNodeType_EndElement:
+                return open_.pop_back();
+            case XmlNodeType_Text:
+            case XmlNodeType_Whitespace:
+                // Wine's parser goes on for ever with empty texts when the file ends too early.
+                if (value().empty() && !open_.empty()) fail_unclosed();
+                return add_text();
+            case XmlNodeType_CDATA:
+                return add_text();
+            default:
+                return;
+        }
+    }
+
+    [[noreturn]] void fail_unclosed() {
+        fail_in_file(path_, open_.back()->line, L"<" + open_.back()->name + L"> has no end tag");
+    }
+
+    void begin_element() {
+        const bool is_empty = reader_->IsEmptyElement();
+        XmlElement element;
+        element.name = name();
+        element.line = line();
+        read_attributes(element);
+        XmlElement& parent = open_.empty() ? document_ : *open_.back();
+        parent.children.push_back(std::move(element));
+        // Pointers stay right: a parent gets no further child while a child of it is open.
+        if (!is_empty) open_.push_back(&parent.children.back());
+    }
+
+    void read_attributes(XmlElement& element) {
+        while (reader_->MoveToNextAttribute() == S_OK) {
+            for (const XmlAttribute& other : element.attributes)
+                if (other.name == name())
+                    fail_malformed(path_, reader_.get(),
+                                   static_cast<HRESULT>(WC_E_UNIQUEATTRIBUTE));
+            element.attributes.push_back({name(), value()});
+        }
+        reader_->MoveToElement();
+    }
+
+    void add_text() {
+        if (!open_.empty()) open_.back()->text += value();
+    }
+
+    std::wstring name() {
+        const wchar_t* text = nullptr;
+        UINT length = 0;
+        check(reader_->GetQualifiedName(&text, &length));
+        return std::wstring(text, length);
+    }
+    std::wstring value() {
+        const wchar_t* text = nullptr;
+        UINT length = 0;
+        check(reader_->GetValue(&text, &length));
+        return std::wstring(text, length);
+    }
+    unsigned line() {
+        UINT number = 0;
+        reader_->GetLineNumber(&number);
+        return number;
+    }
+
+    const std::wstring& path_;
+    ComPtr<IStream> stream_;
+    ComPtr<IXmlReader> reader_;
+    XmlElement document_;
+    std::vector<XmlElement*> open_;
+};
+
+}  // namespace
+
+void fail_in_file(const std::wstring& path, unsigned line, std::wstring_view problem) {
+    std::wstring text = path;
+    if (line > 0) text += L", line " + std::to_wstring(line);
+    automation::fail(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), text.append(L": ").append(problem));
+}
+
+XmlElement read_xml_file(const std::wstring& path) {
+    const std::string bytes = File(path).read();
+    if (bytes.empty()) fail_in_file(path, 0, L"the file is empty");
+    return TreeBuilder(path, bytes).build();
+}
+
+}  // namespace hostkit

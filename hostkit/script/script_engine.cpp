@@ -1,0 +1,132 @@
+#include "hostkit/script/script_engine.h"
+
+#include "automation/dispatch.h"
+#include "hostkit/boundary.h"
+#include "hostkit/classes.h"
+#include "hostkit/script/code_object.h"
+#include "hostkit/services/service_state.h"
+
+namespace hostkit {
+
+using automation::Bstr;
+using automation::ComPtr;
+using automation::Variant;
+using automation::view_of;
+
+namespace {
+
+// The engine wants terminated texts; a null BSTR is the empty one.
+const wchar_t* terminated(BSTR text) noexcept {
+    return text ? text : L"";
+}
+
+DWORD item_flags(IDispatch* object, bool add_members) noexcept {
+    if (!object) return SCRIPTITEM_CODEONLY;
+    return SCRIPTITEM_ISVISIBLE | (add_members ? SCRIPTITEM_GLOBALMEMBERS : 0);
+}
+
+void tell_sink(ComPtr<IDispatch> sink, const ScriptErrorRecord& error) noexcept {
+    try {
+        const Variant argument(make_script_error(error).get());
+        automation::call_method(sink.get(), L"OnScriptError", {argument});
+    } catch (...) {
+        // A sink that fails must not hide the error that it was to be told of.
+    }
+}
+
+}  // namespace
+
+ScriptEngine::ScriptEngine() : site_(make_plain<ScriptSite>()), script_(site_.get()) {}
+
+template <class Call>
+void ScriptEngine::run_watched(std::wstring_view item, std::wstring_view expression, Call&& call) {
+    const ScriptSite::Watch watch(*site_, item, expression);
+    const HRESULT code = call();
+    if (watch.error()) report(*watch.error());
+    if (SUCCEEDED(code)) return;
+    if (!watch.error()) automation::fail(code);
+    throw automation::Error(watch.error()->code, Bstr(watch.error()->description),
+                            Bstr(watch.error()->source));
+}
+
+void ScriptEngine::report(const ScriptErrorRecord& error) {
+    if (reports_errors_)
+        service_state().add_script_error(error);
+    else if (error_sink_)
+        tell_sink(error_sink_, error);
+}
+
+const ScriptModule& ScriptEngine::known_module(BSTR name) const {
+    const ScriptModule* const module = site_->find_module(view_of(name));
+    if (!module)
+        automation::fail(E_INVALIDARG,
+                         L"There is no module '" + std::wstring(view_of(name)) + L"'");
+    return *module;
+}
+
+STDMETHODIMP ScriptEngine::get_ReportErrors(VARIANT_BOOL* result) {
+    return answer(result, [&] { return as_variant_bool(reports_errors_); });
+}
+
+STDMETHODIMP ScriptEngine::put_ReportErrors(VARIANT_BOOL value) {
+    return run([&] { reports_errors_ = value != VARIANT_FALSE; });
+}
+
+STDMETHODIMP ScriptEngine::get_ErrorSink(IDispatch** result) {
+    return answer(result, [&] { return error_sink_; });
+}
+
+STDMETHODIMP ScriptEngine::put_ErrorSink(IDispatch* value) {
+    return run([&] { error_sink_ = value; });
+}
+
+STDMETHODIMP ScriptEngine::putref_ErrorSink(IDispatch* value) {
+    return put_ErrorSink(value);
+}
+
+STDMETHODIMP ScriptEngine::Evaluate(BSTR expression, BSTR module_name, VARIANT* result) {
+    return answer(result, [&] {
+        const ComPtr<ScriptEngine> keep(this);
+        const std::wstring item = known_module(module_name).name;
+        Variant value;
+        run_watched(item, view_of(expression), [&] {
+            return script_.evaluate(terminated(expression), item.c_str(),
+                                    ScriptSite::expression_cookie, value.put());
+        });
+        return value;
+    });
+}
+
+STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* object,
+                                     VARIANT_BOOL add_members) {
+    return run([&] {
+        const ComPtr<ScriptEngine> keep(this);
+        const std::wstring item(view_of(module_name));
+        if (item.empty()) automation::fail(E_INVALIDARG, L"A module needs a name");
+        if (site_->find_module(item))
+            automation::fail(E_INVALIDARG, L"There is a module '" + item + L"' already");
+        // The engine asks for the object while the item is being added.
+        const DWORD cookie = site_->add_module({item, object, std::wstring(view_of(code))});
+        try {
+            script_.add_item(item.c_str(), item_flags(object, add_members != VARIANT_FALSE));
+        } catch (...) {
+            site_->remove_last_module();
+            throw;
+        }
+        if (view_of(code).empty()) return;
+        run_watched(item, {}, [&] { return script_.run(code, item.c_str(), cookie); });
+    });
+}
+
+STDMETHODIMP ScriptEngine::CodeObject(BSTR module_name, IDispatch** result) {
+    return answer(result, [&] {
+        const std::wstring& item = known_module(module_name).name;
+        return make_code_object(this, item, script_.procedures(item.c_str()));
+    });
+}
+
+ComPtr<IUnknown> create_script_engine() {
+    return automation::make<ScriptEngine>()->main_interface();
+}
+
+}  // namespace hostkit

@@ -1,0 +1,45 @@
+// KelosScript.Engine: the platform's VBScript engine behind the contract's dispatch ids.
+#pragma once
+
+#include "automation/object.h"
+#include "hostkit.h"
+#include "hostkit/script/active_script.h"
+#include "hostkit/script/script_site.h"
+
+namespace hostkit {
+
+// Owns its script; code objects that it handed out keep it alive. Every member that runs code
+// holds a reference on the engine meanwhile, so that a script may well release its own engine.
+class ScriptEngine : public automation::Object<ScriptEngine, IHostKitScriptEngine> {
+  public:
+    static constexpr const CLSID& class_id = __uuidof(::ScriptEngine);
+
+    ScriptEngine();
+
+    STDMETHODIMP get_ReportErrors(VARIANT_BOOL* result) override;
+    STDMETHODIMP put_ReportErrors(VARIANT_BOOL value) override;
+    STDMETHODIMP get_ErrorSink(IDispatch** result) override;
+    STDMETHODIMP put_ErrorSink(IDispatch* value) override;
+    STDMETHODIMP putref_ErrorSink(IDispatch* value) override;
+    STDMETHODIMP Evaluate(BSTR expression, BSTR module_name, VARIANT* result) override;
+    STDMETHODIMP AddModule(BSTR module_name, BSTR code, IDispatch* object,
+                           VARIANT_BOOL add_members) override;
+    STDMETHODIMP CodeObject(BSTR module_name, IDispatch** result) override;
+
+    ScriptSite& site() noexcept { return *site_; }
+    // Tells of an error the way that was chosen: once per error.
+    void report(const ScriptErrorRecord& error);
+
+  private:
+    const ScriptModule& known_module(BSTR name) const;
+    // Runs code; throws its error after reporting it.
+    template <class Call>
+    void run_watched(std::wstring_view item, std::wstring_view expression, Call&& call);
+
+    automation::ComPtr<ScriptSite> site_;
+    ActiveScript script_;
+    automation::ComPtr<IDispatch> error_sink_;
+    bool reports_errors_ = true;
+};
+
+}  // namespace hostkit

@@ -1,0 +1,108 @@
+#include "hostkit/services/application.h"
+
+#include "automation/object.h"
+#include "hostkit/boundary.h"
+#include "hostkit/services/current_workset.h"
+#include "hostkit/services/ole_window.h"
+#include "hostkit/services/service_state.h"
+#include "hostkit/services/window_service.h"
+
+namespace hostkit {
+namespace {
+
+using automation::ComPtr;
+using automation::make;
+
+// The look of the host's forms: the colour of the system's dialogs, which labels and buttons have.
+void apply_look(IDispatch* form) {
+    const HWND window = window_of(automation::require(form));
+    if (!window) return;
+    SetClassLongPtrW(window, GCLP_HBRBACKGROUND, COLOR_3DFACE + 1);
+    InvalidateRect(window, nullptr, TRUE);
+}
+
+class FormSetting : public automation::Object<FormSetting, IKelosFormSetting> {
+  public:
+    STDMETHODIMP Apply(IDispatch* form) override {
+        return run<Uncounted>([&] {
+            apply_look(form);
+            ++service_state().uses.applied;
+        });
+    }
+};
+
+class UIService
+    : public automation::Object<UIService,
+                                automation::Extends<IHostKitUIService, IKelosUIService>> {
+  public:
+    STDMETHODIMP get_FormSetting(IKelosFormSetting** result) override {
+        return answer<Uncounted>(result, [] { return make<FormSetting>()->main_pointer(); });
+    }
+    STDMETHODIMP ConnectControls(IDispatch* form, IDispatch* bridge) override {
+        return run<Uncounted>([&] {
+            automation::require(form);
+            automation::require(bridge);
+            ++service_state().uses.connected;
+        });
+    }
+    STDMETHODIMP RefreshControls(IDispatch* form) override {
+        return run<Uncounted>([&] {
+            if (const HWND window = window_of(automation::require(form)))
+                RedrawWindow(window, nullptr, nullptr,
+                             RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+            ++service_state().uses.refreshed;
+        });
+    }
+    STDMETHODIMP get_AppliedCount(long* result) override {
+        return answer<Uncounted>(result, [] { return service_state().uses.applied; });
+    }
+    STDMETHODIMP get_ConnectedCount(long* result) override {
+        return answer<Uncounted>(result, [] { return service_state().uses.connected; });
+    }
+    STDMETHODIMP get_RefreshedCount(long* result) override {
+        return answer<Uncounted>(result, [] { return service_state().uses.refreshed; });
+    }
+};
+
+class Application : public automation::Object<Application, IKelosApplication> {
+  public:
+    STDMETHODIMP get_CurrentWorkset(IKelosWorkset** result) override {
+        return answer<Uncounted>(result, [] { return current_workset(); });
+    }
+    STDMETHODIMP get_WindowService(IKelosWindowService** result) override {
+        return answer<Uncounted>(result,
+                                 [] { return ComPtr<IKelosWindowService>(window_service()); });
+    }
+};
+
+class ControlWrapper : public automation::Object<ControlWrapper, IKelosControlWrapper> {
+  public:
+    explicit ControlWrapper(IDispatch* control) : control_(control) {}
+
+    STDMETHODIMP Activate() override {
+        return run<Uncounted>([&] { focus_control(control_.get()); });
+    }
+
+  private:
+    const ComPtr<IDispatch> control_;
+};
+
+}  // namespace
+
+ComPtr<IKelosApplication> host_application() {
+    return make<Application>()->main_pointer();
+}
+
+ComPtr<IKelosUIService> ui_service() {
+    return make<UIService>()->main_pointer();
+}
+
+ComPtr<IKelosControlWrapper> wrap_control(IDispatch* control) {
+    return make<ControlWrapper>(automation::require(control))->main_pointer();
+}
+
+void focus_control(IDispatch* control) {
+    if (const HWND window = window_of(automation::require(control))) SetFocus(window);
+}
+
+}  // namespace hostkit

@@ -1,0 +1,165 @@
+// Kelos.Service: the recording host service.
+
+#include "hostkit.h"
+#include "hostkit/boundary.h"
+#include "hostkit/classes.h"
+#include "hostkit/services/application.h"
+#include "hostkit/services/records.h"
+#include "hostkit/services/text_keys.h"
+
+namespace hostkit {
+namespace {
+
+using automation::Bstr;
+using automation::ComPtr;
+using automation::view_of;
+
+std::wstring text_of(BSTR text) {
+    return std::wstring(view_of(text));
+}
+
+// A box that cannot be shown, as without a display, is answered like one that is only recorded.
+long show_box(const std::wstring& text, long style, const std::wstring& title) {
+    const int button =
+        MessageBoxW(GetActiveWindow(), text.c_str(), title.c_str(), static_cast<UINT>(style));
+    return button > 0 ? button : service_state().message_answer;
+}
+
+void fail_on_request() {
+    if (const HRESULT code = service_state().failure; FAILED(code))
+        automation::fail(code, L"Failed on request");
+}
+
+// The contract's members; all of them fail while FailService is in force.
+template <class Body>
+HRESULT serve(Body&& body) noexcept {
+    return run<Uncounted>([&] {
+        fail_on_request();
+        body();
+    });
+}
+template <class T, class Body>
+HRESULT serve(T* result, Body&& body) noexcept {
+    return answer<Uncounted>(result, [&] {
+        fail_on_request();
+        return body();
+    });
+}
+
+class Service
+    : public automation::Object<Service, automation::Extends<IHostKitService, IKelosService>> {
+  public:
+    static constexpr const CLSID& class_id = __uuidof(::Service);
+
+    STDMETHODIMP TranslateText(BSTR text_key, BSTR* result) override {
+        return serve(result, [&] {
+            return Bstr(translate_key(view_of(text_key), service_state().language));
+        });
+    }
+    STDMETHODIMP ShowMessage(BSTR text, long style, BSTR title, long* result) override {
+        return serve(result, [&] {
+            auto& state = service_state();
+            MessageRecord message{text_of(text), style, text_of(title), state.message_answer};
+            if (state.mode == hkmInteractive)
+                message.answer = show_box(message.text, style, message.title);
+            const long button = message.answer;
+            state.add_message(std::move(message));
+            return button;
+        });
+    }
+    STDMETHODIMP ReportError(long number, BSTR description, BSTR source, BSTR label) override {
+        return serve([&] {
+            service_state().add_error(
+                {number, text_of(description), text_of(source), text_of(label)});
+        });
+    }
+    STDMETHODIMP Trace(BSTR text) override {
+        return serve([&] { service_state().add_trace(text_of(text)); });
+    }
+    STDMETHODIMP FocusControl(IDispatch* control) override {
+        return serve([&] { focus_control(control); });
+    }
+    STDMETHODIMP get_Application(IKelosApplication** result) override {
+        return serve(result, [] {
+            return service_state().offers_application ? host_application()
+                                                      : ComPtr<IKelosApplication>();
+        });
+    }
+    STDMETHODIMP get_UIService(IKelosUIService** result) override {
+        return serve(result, [] { return ui_service(); });
+    }
+    STDMETHODIMP get_ControlWrapper(IDispatch* control, IKelosControlWrapper** result) override {
+        return serve(result, [&] { return wrap_control(control); });
+    }
+
+    STDMETHODIMP get_Messages(IHostKitMessages** result) override {
+        return answer<Uncounted>(result, [] { return recorded_messages(); });
+    }
+    STDMETHODIMP get_Errors(IHostKitErrors** result) override {
+        return answer<Uncounted>(result, [] { return recorded_errors(); });
+    }
+    STDMETHODIMP get_Traces(IHostKitTraces** result) override {
+        return answer<Uncounted>(result, [] { return recorded_traces(); });
+    }
+    STDMETHODIMP get_ScriptErrors(IHostKitScriptErrors** result) override {
+        return answer<Uncounted>(result, [] { return recorded_script_errors(); });
+    }
+    STDMETHODIMP Clear() override {
+        return run<Uncounted>([] { service_state().clear(); });
+    }
+
+    STDMETHODIMP get_Language(HostKitLanguage* result) override {
+        return answer<Uncounted>(result, [] { return service_state().language; });
+    }
+    STDMETHODIMP put_Language(HostKitLanguage value) override {
+        return run<Uncounted>([&] {
+            if (value != hklGerman && value != hklEnglish)
+                automation::fail(E_INVALIDARG, L"The kit speaks German and English only");
+            service_state().language = value;
+        });
+    }
+    STDMETHODIMP get_Mode(HostKitMode* result) override {
+        return answer<Uncounted>(result, [] { return service_state().mode; });
+    }
+    STDMETHODIMP put_Mode(HostKitMode value) override {
+        return run<Uncounted>([&] {
+            if (value < hkmRecording || value > hkmInteractive)
+                automation::fail(E_INVALIDARG, L"There is no such mode");
+            service_state().mode = value;
+        });
+    }
+    STDMETHODIMP get_MessageAnswer(long* result) override {
+        return answer<Uncounted>(result, [] { return service_state().message_answer; });
+    }
+    STDMETHODIMP put_MessageAnswer(long value) override {
+        return run<Uncounted>([&] { service_state().message_answer = value; });
+    }
+    STDMETHODIMP get_TraceLimit(long* result) override {
+        return answer<Uncounted>(result,
+                                 [] { return static_cast<long>(service_state().trace_limit); });
+    }
+    STDMETHODIMP put_TraceLimit(long value) override {
+        return run<Uncounted>([&] { service_state().set_trace_limit(value); });
+    }
+    STDMETHODIMP get_OffersApplication(VARIANT_BOOL* result) override {
+        return answer<Uncounted>(
+            result, [] { return as_variant_bool(service_state().offers_application); });
+    }
+    STDMETHODIMP put_OffersApplication(VARIANT_BOOL value) override {
+        return run<Uncounted>([&] { service_state().offers_application = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP FailService(long code) override {
+        return run<Uncounted>([&] {
+            if (code > 0) automation::fail(E_INVALIDARG, L"Only failure codes make a call fail");
+            service_state().failure = code;
+        });
+    }
+};
+
+}  // namespace
+
+ComPtr<IUnknown> create_service() {
+    return automation::make<Service>()->main_interface();
+}
+
+}  // namespace hostkit

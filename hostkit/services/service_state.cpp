@@ -1,0 +1,106 @@
+#include "hostkit/services/service_state.h"
+
+#include <memory>
+#include <new>
+
+#include "automation/error.h"
+#include "hostkit/services/console_output.h"
+
+namespace hostkit {
+namespace {
+
+void trim(std::deque<std::wstring>& texts, std::size_t limit) {
+    while (texts.size() > limit)
+        texts.pop_front();
+}
+
+std::wstring hexadecimal(long number) {
+    wchar_t text[16];
+    swprintf(text, std::size(text), L"&H%08lX", static_cast<unsigned long>(number));
+    return text;
+}
+
+// The states of all threads. A thread_local object would not do: with the compiler's run-time
+// linked statically, its destructor at thread exit unloads the very DLL that it is running in.
+class StateSlot {
+  public:
+    StateSlot() : index_(FlsAlloc(destroy)) {
+        if (index_ == FLS_OUT_OF_INDEXES) throw std::bad_alloc();
+    }
+    // Destroys the states of the threads that are still there.
+    ~StateSlot() { FlsFree(index_); }
+    StateSlot(const StateSlot&) = delete;
+    StateSlot& operator=(const StateSlot&) = delete;
+
+    ServiceState& get() const {
+        if (void* const state = FlsGetValue(index_)) return *static_cast<ServiceState*>(state);
+        auto fresh = std::make_unique<ServiceState>();
+        if (!FlsSetValue(index_, fresh.get())) throw std::bad_alloc();
+        return *fresh.release();
+    }
+
+  private:
+    static void WINAPI destroy(void* state) { delete static_cast<ServiceState*>(state); }
+
+    const DWORD index_;
+};
+
+}  // namespace
+
+ServiceState::~ServiceState() {
+    // At thread exit COM may be gone: forms that nobody unregistered are left to the system.
+    for (RegisteredForm& entry : forms) {
+        static_cast<void>(entry.form.detach());
+        static_cast<void>(entry.reference.detach());
+        static_cast<void>(entry.controller.detach());
+    }
+}
+
+void ServiceState::add_message(MessageRecord message) {
+    if (mode == hkmConsole)
+        write_line(StandardStream::output, message.title + L": " + message.text);
+    messages.push_back(std::move(message));
+}
+
+void ServiceState::add_error(ErrorRecord error) {
+    if (mode == hkmConsole)
+        write_line(StandardStream::error, L"error " + hexadecimal(error.number) + L" in " +
+                                              error.source + L", " + error.label + L": " +
+                                              error.description);
+    errors.push_back(std::move(error));
+}
+
+void ServiceState::add_trace(std::wstring text) {
+    if (trace_limit == 0) return;
+    if (mode == hkmConsole) write_line(StandardStream::output, text);
+    traces.push_back(std::move(text));
+    trim(traces, trace_limit);
+}
+
+void ServiceState::add_script_error(ScriptErrorRecord error) {
+    if (mode == hkmConsole)
+        write_line(StandardStream::error, error.item + L":" + std::to_wstring(error.line) + L": " +
+                                              error.description + L"\n    " + error.line_text);
+    script_errors.push_back(std::move(error));
+}
+
+void ServiceState::set_trace_limit(long limit) {
+    if (limit < 0) automation::fail(E_INVALIDARG, L"A trace limit is not negative");
+    trace_limit = static_cast<std::size_t>(limit);
+    trim(traces, trace_limit);
+}
+
+void ServiceState::clear() {
+    messages.clear();
+    errors.clear();
+    traces.clear();
+    script_errors.clear();
+    uses = {};
+}
+
+ServiceState& service_state() {
+    static const StateSlot slot;
+    return slot.get();
+}
+
+}  // namespace hostkit

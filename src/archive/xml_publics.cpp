@@ -1,0 +1,235 @@
+#include "archive/xml_publics.h"
+
+#include <string>
+
+#include "archive/type_names.h"
+#include "automation/conversion.h"
+#include "functions/string_forms.h"
+#include "host/error_boundary.h"
+#include "host/service.h"
+
+namespace tessera {
+
+using automation::Bstr;
+using automation::ComPtr;
+using automation::get;
+using automation::Variant;
+
+namespace {
+
+constexpr wchar_t source[] = L"Tessera.XMLPublics";
+constexpr wchar_t key_title[] = L"~06150 XML-Bearbeitung";
+constexpr wchar_t key_not_archived[] =
+    L"~00912 Die Variable kann nicht in Archiv gespeichert werden.";
+constexpr wchar_t key_not_read[] = L"~00910 Die Variable kann nicht gelesen werden.";
+constexpr wchar_t key_value_read[] = L"~00911 gelesene Variable: '";
+constexpr wchar_t key_not_found[] = L"~00918 Archiv wurde nicht gefunden.";
+
+constexpr wchar_t attribute_name[] = L"Name";
+constexpr wchar_t attribute_version[] = L"Version";
+constexpr wchar_t attribute_type[] = L"Type";
+constexpr wchar_t attribute_data[] = L"Data";
+
+void show_archive_message(const std::wstring& text, const wchar_t* procedure) {
+    const std::wstring title = translate(key_title).str() + L"  (" + procedure + L")";
+    show_message(text, style_ok | style_critical, title);
+}
+
+void show_not_archived(VARTYPE type) {
+    show_archive_message(
+        translate(key_not_archived).str() + L"\r\n\r\nVarType = " + std::to_wstring(type),
+        L"GetString");
+}
+
+void show_not_read(std::wstring_view item_name, std::wstring_view type, const Variant& value) {
+    show_archive_message(translate(key_not_read).str() + L"\r\n\r\nName = '" +
+                             std::wstring(item_name) + L"'\r\nType = " + std::wstring(type) +
+                             L"\r\n" + translate(key_value_read).str() +
+                             automation::to_text(value).str() + L"'",
+                         L"XML_ReadItem");
+}
+
+void show_not_found(std::wstring_view title_name) {
+    show_archive_message(std::wstring(title_name) + L"\r\n\r\n" + translate(key_not_found).str(),
+                         L"XML_GetTitleNode");
+}
+
+ComPtr<IKelosObject> host_object(const VARIANT& value) {
+    if (value.vt != VT_DISPATCH || !value.pdispVal) return {};
+    return ComPtr<IDispatch>(value.pdispVal).try_as<IKelosObject>();
+}
+
+// Arrays with an element type pass on purpose; their conversion fails afterwards.
+bool can_be_archived(const VARIANT& value, const ComPtr<IKelosObject>& object) {
+    switch (value.vt) {
+        case VT_DISPATCH:
+            return static_cast<bool>(object);
+        case VT_UNKNOWN:
+        case VT_ARRAY:
+        case VT_ERROR:
+        case VT_RECORD:
+            return false;
+        default:
+            return true;
+    }
+}
+
+Bstr identify(const ComPtr<IKelosObject>& object) {
+    const long type = get(object, &IKelosObject::get_SystemType);
+    const Bstr uid = get(object, &IKelosObject::get_SystemUID);
+    return Bstr(std::to_wstring(type) + L"::" + uid.str());
+}
+
+Bstr text_of(const VARIANT& value) {
+    const ComPtr<IKelosObject> object = host_object(value);
+    if (!can_be_archived(value, object)) {
+        show_not_archived(value.vt);
+        return {};
+    }
+    if (value.vt == VT_BSTR) return Bstr(automation::view_of(value.bstrVal));
+    if (value.vt == VT_BOOL) return Bstr(value.boolVal ? L"-1" : L"0");
+    if (object) return identify(object);
+    return automation::to_text(value);
+}
+
+Bstr GetString(const VARIANT& value) noexcept {
+    Bstr result;
+    guarded({source, L"Private Function 'GetString'"}, [&] { result = text_of(value); });
+    return result;
+}
+
+void write_attribute(const dom::Node& node, const wchar_t* name, std::wstring_view text) {
+    if (node) dom::set_attribute(automation::require(node.as<IXMLDOMElement>()), name, text);
+}
+
+Variant GetXMLAttributeValue(const dom::Node& node, const wchar_t* name) noexcept {
+    Variant result;
+    guarded({source, L"Private Function 'GetXMLAttributeValue'"},
+            [&] { result = dom::attribute(node, name); });
+    return result;
+}
+
+bool is_named(const dom::Node& title, std::wstring_view name) {
+    return GetXMLAttributeValue(title, attribute_name).text() == name;
+}
+
+dom::Node titled_child(const dom::Node& parent, std::wstring_view title_name,
+                       std::wstring_view name) {
+    dom::Node title = dom::child_named(parent, title_name);
+    while (title && !is_named(title, name))
+        title = dom::sibling_named(title, title_name);
+    return title;
+}
+
+// Below an element a nameless title is never looked for.
+ArchiveNode existing_title(ArchiveNode& parent, std::wstring_view title_name,
+                           std::wstring_view name) {
+    if (!name.empty()) return titled_child(parent.node(), title_name, name);
+    if (parent.is_document()) return parent.child(title_name);
+    return {};
+}
+
+Variant converted(const Variant& data, VARTYPE type) {
+    switch (type) {
+        case VT_EMPTY:
+            return {};
+        case VT_NULL: {
+            Variant null;
+            null.vt = VT_NULL;
+            return null;
+        }
+        case VT_BSTR:
+            return Variant(Bstr(office_string(automation::as_u16(data.text()))));
+        default:
+            return automation::to_type(data, type);
+    }
+}
+
+bool is_detached_title(const dom::Node& node, std::wstring_view title_name) {
+    if (get(node, &IXMLDOMNode::get_baseName).view() != title_name) return false;
+    return !get(node, &IXMLDOMNode::get_parentNode);
+}
+
+}  // namespace
+
+ArchiveNode XML_WriteTitle(ArchiveNode& parent, std::wstring_view title_name,
+                           std::wstring_view version, std::wstring_view name) {
+    ArchiveNode title;
+    guarded({source, L"Public Function 'XML_WriteTitle'"}, [&] {
+        if (!parent) return;
+        title = existing_title(parent, title_name, name);
+        if (!title) title = parent.append_new(title_name);
+        if (!name.empty()) write_attribute(title.node(), attribute_name, name);
+        write_attribute(title.node(), attribute_version, version);
+    });
+    return title;
+}
+
+void XML_WriteAttribute(const ArchiveNode& node, const wchar_t* attribute_name,
+                        const VARIANT& value) {
+    guarded({source, L"Private Function 'XML_WriteAttribute'"},
+            [&] { write_attribute(node.node(), attribute_name, GetString(value).view()); });
+}
+
+ArchiveNode XML_WriteItem(ArchiveNode& title, std::wstring_view item_name, const VARIANT& value) {
+    ArchiveNode item;
+    guarded({source, L"Public Function 'XML_WriteItem'"}, [&] {
+        if (!title) return;
+        item = title.child(item_name);
+        if (!item) item = title.append_new(item_name);
+        write_attribute(item.node(), attribute_type, automation::type_name(value).view());
+        write_attribute(item.node(), attribute_data, GetString(value).view());
+    });
+    return item;
+}
+
+dom::Node XML_GetItemNode(const dom::Node& title, std::wstring_view item_name) {
+    dom::Node item;
+    guarded({source, L"Public Function 'XML_GetItemNode'"}, [&] {
+        if (title) item = dom::child_named(title, item_name);
+    });
+    return item;
+}
+
+Variant XML_ReadItem(const dom::Node& title, const wchar_t* item_name) {
+    Variant value;
+    guarded({source, L"Public Function 'XML_ReadItem'"}, [&] {
+        const dom::Node item = XML_GetItemNode(title, item_name);
+        const Variant type_name = GetXMLAttributeValue(item, attribute_type);
+        bool readable = type_name.is_string();
+        const Variant data = GetXMLAttributeValue(item, attribute_data);
+        if (readable && data.is_string()) {
+            const auto type = archived_type(type_name.text());
+            readable = type.has_value();
+            if (type) value = converted(data, *type);
+        }
+        if (!readable) show_not_read(item_name, type_name.text(), value);
+    });
+    return value;
+}
+
+dom::Node XML_GetTitleNode(const dom::Node& node, const wchar_t* title_name, std::wstring_view name,
+                           bool show_message) {
+    dom::Node title;
+    guarded({source, L"Public Function 'XML_GetTitleNode'"}, [&] {
+        if (!node) return;
+        if (is_detached_title(node, title_name))
+            title = node;
+        else if (name.empty())
+            title = dom::child_named(node, title_name);
+        else
+            title = titled_child(node, title_name, name);
+        if (!title && show_message) show_not_found(title_name);
+    });
+    return title;
+}
+
+std::int16_t XML_GetVersion(const dom::Node& title) {
+    std::int16_t version = 0;
+    guarded({source, L"Public Function 'XML_GetVersion'"}, [&] {
+        version = automation::to_short(GetXMLAttributeValue(title, attribute_version));
+    });
+    return version;
+}
+
+}  // namespace tessera

@@ -1,0 +1,49 @@
+// The variable archive: named, typed values as XML, and back.
+//
+// A group of values lives below a title element: <Title Version="1" Name="…">. Each value is an
+// item element below it, named after the value, with its type name and its text:
+// <Label Type="String" Data="P-101"/>. Numbers and dates have the user's locale's text forms, on
+// purpose: an archive is read back under the locale that wrote it.
+//
+// All procedures trap their failures and report them with the source "Tessera.XMLPublics"; they
+// return what they have. Messages (style: critical) are shown for values that cannot be archived
+// or read back and for titles that are not found.
+#pragma once
+
+#include <string_view>
+
+#include "archive/archive_node.h"
+
+namespace tessera {
+
+// Writes the title element and its version below the parent. An existing title is taken when a
+// name is given and one of that name is there, or when the parent is the document; below an
+// element a nameless title is always a new one. Nothing for nothing. `title_name` must outlive the
+// parent and the result.
+ArchiveNode XML_WriteTitle(ArchiveNode& parent, std::wstring_view title_name,
+                           std::wstring_view version, std::wstring_view name = {});
+
+// Sets the attribute of the title to the text of the value.
+void XML_WriteAttribute(const ArchiveNode& node, const wchar_t* attribute_name,
+                        const VARIANT& value);
+
+// Writes the item, in place of one of the same name. Nothing for nothing. `item_name` must outlive
+// the title.
+ArchiveNode XML_WriteItem(ArchiveNode& title, std::wstring_view item_name, const VARIANT& value);
+
+// The item element, or nothing.
+dom::Node XML_GetItemNode(const dom::Node& title, std::wstring_view item_name);
+
+// The value of the item. A missing item, or one whose type cannot be read back, shows the
+// read-failure message and gives Empty.
+automation::Variant XML_ReadItem(const dom::Node& title, const wchar_t* item_name);
+
+// The title element below the node (or the detached node itself); shows the not-found message if
+// wanted.
+dom::Node XML_GetTitleNode(const dom::Node& node, const wchar_t* title_name, std::wstring_view name,
+                           bool show_message);
+
+// The title's format version; 0 when it has none.
+std::int16_t XML_GetVersion(const dom::Node& title);
+
+}  // namespace tessera

@@ -1,0 +1,77 @@
+#include "automation/dispatch.h"
+
+#include <cguid.h>
+
+#include <array>
+#include <stdexcept>
+
+namespace automation {
+namespace {
+
+// More than any member of the contract takes; a fixed array keeps late-bound calls free of
+// allocations.
+constexpr std::size_t max_arguments = 8;
+
+struct ExceptionInfo : EXCEPINFO {
+    ExceptionInfo() noexcept : EXCEPINFO{} {}
+    ~ExceptionInfo() {
+        SysFreeString(bstrSource);
+        SysFreeString(bstrDescription);
+        SysFreeString(bstrHelpFile);
+    }
+    ExceptionInfo(const ExceptionInfo&) = delete;
+    ExceptionInfo& operator=(const ExceptionInfo&) = delete;
+
+    [[noreturn]] void raise() {
+        if (pfnDeferredFillIn) pfnDeferredFillIn(this);
+        const HRESULT number = static_cast<HRESULT>(0x800A0000L | wCode);
+        const HRESULT code = FAILED(scode) ? scode : number;
+        throw Error(code, Bstr(view_of(bstrDescription)), Bstr(view_of(bstrSource)));
+    }
+};
+
+}  // namespace
+
+DISPID member_id(IDispatch* object, const wchar_t* name) {
+    DISPID id = DISPID_UNKNOWN;
+    auto* text = const_cast<wchar_t*>(name);
+    check(require(object)->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id));
+    return id;
+}
+
+Variant invoke(IDispatch* object, DISPID member, WORD kind, Arguments arguments) {
+    if (arguments.size() > max_arguments) throw std::length_error("late-bound call");
+    // The platform wants them last first; the copies are shallow and are not cleared.
+    std::array<VARIANT, max_arguments> reversed;
+    std::size_t index = arguments.size();
+    for (const VARIANT& argument : arguments)
+        reversed[--index] = argument;
+
+    DISPID value_name = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    const bool puts = kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF);
+    if (puts) {
+        parameters.rgdispidNamedArgs = &value_name;
+        parameters.cNamedArgs = 1;
+    }
+    Variant result;
+    ExceptionInfo exception;
+    UINT bad_argument = 0;
+    const HRESULT code =
+        require(object)->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
+                                puts ? nullptr : &result, &exception, &bad_argument);
+    if (code == DISP_E_EXCEPTION) exception.raise();
+    check(code);
+    return result;
+}
+
+ComPtr<IUnknown> create_unknown(const wchar_t* programmatic_name) {
+    CLSID class_id;
+    check(CLSIDFromProgID(programmatic_name, &class_id));
+    ComPtr<IUnknown> result;
+    check(CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                           reinterpret_cast<void**>(result.put())));
+    return result;
+}
+
+}  // namespace automation

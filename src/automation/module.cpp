@@ -1,0 +1,101 @@
+#include "automation/module.h"
+
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <map>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+
+#include "automation/error.h"
+
+extern "C" IMAGE_DOS_HEADER __ImageBase;
+
+namespace automation {
+namespace {
+
+std::atomic<long> live_objects{0};
+// One for each kind of thing that threads share; filled from the front.
+std::array<std::atomic<ThreadIdleHook>, 8> thread_idle_hooks{};
+thread_local long thread_objects = 0;
+
+struct GuidOrder {
+    bool operator()(const GUID& left, const GUID& right) const noexcept {
+        return std::memcmp(&left, &right, sizeof(GUID)) < 0;
+    }
+};
+
+// Lives as long as the module and is never released: at unloading time COM may be gone already.
+class TypeLibrary {
+  public:
+    static TypeLibrary& instance() {
+        static TypeLibrary* const library = new TypeLibrary;
+        return *library;
+    }
+
+    ITypeInfo* info(REFGUID id) {
+        const std::lock_guard lock(mutex_);
+        ITypeInfo*& cached = infos_[id];
+        if (!cached) check(library_->GetTypeInfoOfGuid(id, &cached));
+        return cached;
+    }
+
+  private:
+    TypeLibrary() {
+        std::wstring path(MAX_PATH, L'\0');
+        DWORD length;
+        while ((length = GetModuleFileNameW(this_module(), path.data(),
+                                            static_cast<DWORD>(path.size()))) == path.size())
+            path.resize(path.size() * 2);
+        path.resize(length);
+        check(LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library_));
+    }
+
+    std::mutex mutex_;
+    ITypeLib* library_ = nullptr;
+    std::map<GUID, ITypeInfo*, GuidOrder> infos_;
+};
+
+void run_thread_idle_hooks() noexcept {
+    for (const auto& place : thread_idle_hooks)
+        if (const ThreadIdleHook hook = place.load(std::memory_order_acquire)) hook();
+}
+
+}  // namespace
+
+HMODULE this_module() noexcept {
+    return reinterpret_cast<HMODULE>(&__ImageBase);
+}
+
+long live_count() noexcept {
+    return live_objects.load(std::memory_order_acquire);
+}
+
+void lock_module(bool lock) noexcept {
+    live_objects.fetch_add(lock ? 1 : -1, std::memory_order_acq_rel);
+}
+
+void object_born() noexcept {
+    live_objects.fetch_add(1, std::memory_order_relaxed);
+    ++thread_objects;
+}
+
+void object_died() noexcept {
+    if (--thread_objects == 0) run_thread_idle_hooks();
+    live_objects.fetch_sub(1, std::memory_order_acq_rel);
+}
+
+void add_thread_idle_hook(ThreadIdleHook hook) {
+    for (auto& place : thread_idle_hooks) {
+        ThreadIdleHook present = nullptr;
+        if (place.compare_exchange_strong(present, hook) || present == hook) return;
+    }
+    throw std::length_error("thread idle hooks");
+}
+
+ITypeInfo* type_info(REFGUID id) {
+    return TypeLibrary::instance().info(id);
+}
+
+}  // namespace automation

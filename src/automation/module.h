@@ -1,0 +1,30 @@
+// What one DLL of ours counts, and the resources that its classes share.
+#pragma once
+
+#include "automation/com_ptr.h"
+
+namespace automation {
+
+// The handle of the DLL (or program) that this code is linked into.
+HMODULE this_module() noexcept;
+
+// Living objects and server locks, over all threads.
+long live_count() noexcept;
+void lock_module(bool lock) noexcept;
+
+// Bookkeeping of the object base: every object counts from construction to destruction.
+void object_born() noexcept;
+void object_died() noexcept;
+
+// Called on a thread when the last of the objects that live on it has died, so that what the
+// thread shares among its objects can be let go while COM is certainly still there. Adding a hook
+// again changes nothing.
+using ThreadIdleHook = void (*)() noexcept;
+void add_thread_idle_hook(ThreadIdleHook hook);
+
+// The type information of an interface or a class, from the type library that is this module's
+// own resource (so no registration is needed). Loaded once; the reference stays the module's.
+// Throws when the library does not hold it.
+ITypeInfo* type_info(REFGUID id);
+
+}  // namespace automation

@@ -1,0 +1,202 @@
+// The base of every automation object: IUnknown, IDispatch over the type library, class
+// information and error info support, so that a class file holds only what the class does.
+//
+//     class Language : public automation::Object<Language, IKelosLanguage> { … };
+//     ComPtr<Language> language = automation::make<Language>(name, lcid);
+//
+// Self        the class itself. It may have
+//                 static constexpr const CLSID& class_id   the coclass, for its type name
+//                 static constexpr GUID private_id         answers `own_object` (see below)
+// Interfaces  what the object answers; the first is the one that IDispatch speaks for. One that
+//             extends another interface of the contract names it: Extends<IKelosDocument,
+//             IKelosObject>.
+//
+// Lifetime: only `make` creates objects; the reference count is 1 during destruction.
+#pragma once
+
+#include <atomic>
+#include <type_traits>
+
+#include "automation/call.h"
+#include "automation/module.h"
+
+namespace automation {
+
+// An interface together with the dual interfaces that it inherits and that are answered with it.
+template <class Interface, class... Inherited>
+struct Extends {};
+
+namespace detail {
+
+template <class Entry>
+struct Entry_ {
+    using Interface = Entry;
+    static bool is(REFIID id) noexcept { return id == __uuidof(Entry); }
+};
+template <class Derived, class... Inherited>
+struct Entry_<Extends<Derived, Inherited...>> {
+    using Interface = Derived;
+    static bool is(REFIID id) noexcept {
+        return id == __uuidof(Derived) || ((id == __uuidof(Inherited)) || ...);
+    }
+};
+template <class Entry>
+using interface_of = typename Entry_<Entry>::Interface;
+
+// The cached type information of an interface: one look-up per interface and module.
+template <class Interface>
+ITypeInfo* info_of() {
+    static ITypeInfo* const info = type_info(__uuidof(Interface));
+    return info;
+}
+
+}  // namespace detail
+
+template <class Self, class Main, class... More>
+class Object : public detail::interface_of<Main>,
+               public detail::interface_of<More>...,
+               public ISupportErrorInfo,
+               public IProvideClassInfo {
+  public:
+    using MainInterface = detail::interface_of<Main>;
+
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+
+    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+        if (!result) return E_POINTER;
+        *result = find_interface(id);
+        if (!*result) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override {
+        return references_.fetch_add(1, std::memory_order_relaxed) + 1;
+    }
+    STDMETHODIMP_(ULONG) Release() override {
+        const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+        if (left == 0) {
+            // References that a destructor takes for a while must not destroy the object again.
+            references_.store(1, std::memory_order_relaxed);
+            delete this;
+        }
+        return left;
+    }
+
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+        if (!count) return E_POINTER;
+        *count = 1;
+        return S_OK;
+    }
+    STDMETHODIMP GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
+        if (!info) return E_POINTER;
+        *info = nullptr;
+        if (index != 0) return DISP_E_BADINDEX;
+        return with_type_info([&](ITypeInfo* own) {
+            own->AddRef();
+            *info = own;
+            return S_OK;
+        });
+    }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        return with_type_info(
+            [&](ITypeInfo* own) { return own->GetIDsOfNames(names, count, ids); });
+    }
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS* parameters,
+                        VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) override {
+        return with_type_info([&](ITypeInfo* own) {
+            return own->Invoke(static_cast<MainInterface*>(this), member, kind, parameters, result,
+                               exception, bad_argument);
+        });
+    }
+
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID id) override {
+        const bool ours = detail::Entry_<Main>::is(id) || (detail::Entry_<More>::is(id) || ...);
+        return ours ? S_OK : S_FALSE;
+    }
+
+    STDMETHODIMP GetClassInfo(ITypeInfo** info) override {
+        if (!info) return E_POINTER;
+        *info = nullptr;
+        if constexpr (requires { Self::class_id; }) {
+            try {
+                *info = type_info(Self::class_id);
+                (*info)->AddRef();
+                return S_OK;
+            } catch (...) {
+                return current_error().code;
+            }
+        } else {
+            return E_NOTIMPL;
+        }
+    }
+
+    MainInterface* main_interface() noexcept { return static_cast<MainInterface*>(this); }
+    ComPtr<MainInterface> main_pointer() noexcept { return main_interface(); }
+
+  protected:
+    Object() noexcept { object_born(); }
+    virtual ~Object() { object_died(); }
+
+    // Answered by `make` alone, so that no object can stand on the stack.
+    virtual void made_by_make() const noexcept = 0;
+
+  private:
+    // The interface without a new reference, or null.
+    void* find_interface(REFIID id) noexcept {
+        if (id == IID_IUnknown || id == IID_IDispatch || detail::Entry_<Main>::is(id))
+            return static_cast<MainInterface*>(this);
+        if (id == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+        if constexpr (requires { Self::class_id; })
+            if (id == IID_IProvideClassInfo) return static_cast<IProvideClassInfo*>(this);
+        if constexpr (requires { Self::private_id; })
+            if (id == Self::private_id) return static_cast<Self*>(this);
+        void* found = nullptr;
+        static_cast<void>(((detail::Entry_<More>::is(id)
+                                ? (found = static_cast<detail::interface_of<More>*>(this), true)
+                                : false) ||
+                           ...));
+        return found;
+    }
+
+    template <class Use>
+    static HRESULT with_type_info(Use&& use) noexcept {
+        try {
+            return use(detail::info_of<MainInterface>());
+        } catch (...) {
+            return current_error().code;
+        }
+    }
+
+    std::atomic<ULONG> references_{1};
+};
+
+namespace detail {
+
+template <class Self>
+class Made final : public Self {
+  public:
+    using Self::Self;
+
+  private:
+    void made_by_make() const noexcept override {}
+};
+
+}  // namespace detail
+
+template <class Self, class... Parameters>
+ComPtr<Self> make(Parameters&&... parameters) {
+    return ComPtr<Self>::attach(new detail::Made<Self>(std::forward<Parameters>(parameters)...));
+}
+
+// The component's own object behind an interface, or nothing when it is somebody else's. This is
+// how internal members are reached: they are in no type library, and only the component's own
+// classes answer their private id.
+template <class Self>
+ComPtr<Self> own_object(IUnknown* object) noexcept {
+    void* found = nullptr;
+    if (!object || FAILED(object->QueryInterface(Self::private_id, &found))) return {};
+    return ComPtr<Self>::attach(static_cast<Self*>(found));
+}
+
+}  // namespace automation

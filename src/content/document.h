@@ -1,0 +1,28 @@
+// The record of the position in the external document.
+#pragma once
+
+#include "automation/object.h"
+#include "content/record.h"
+#include "tessera.h"
+
+namespace tessera {
+
+class Document : public automation::Object<Document, ITesseraDocument>, public Record {
+  public:
+    static constexpr CLSID class_id = __uuidof(::Document);
+
+    STDMETHODIMP get_Pointer(BSTR* Result) override;
+    STDMETHODIMP put_Pointer(BSTR NewValue) override;
+
+    const wchar_t* TitleIdent() const noexcept override { return L"Document"; }
+
+  protected:
+    const wchar_t* source() const noexcept override { return L"Tessera.Document"; }
+    void write_items(ArchiveNode& title, ArchiveNode& owner) override;
+    void read_items(const dom::Node& title, std::int16_t version) override;
+
+  private:
+    automation::Bstr pointer_;
+};
+
+}  // namespace tessera

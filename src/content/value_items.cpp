@@ -1,0 +1,128 @@
+#include "content/value_items.h"
+
+#include <algorithm>
+
+#include "automation/conversion.h"
+
+namespace tessera {
+
+using automation::ComPtr;
+using automation::Variant;
+
+namespace {
+
+constexpr MemberName member(const wchar_t* label) {
+    return {L"Tessera.ValueItems", label};
+}
+
+constexpr wchar_t item_presentation[] = L"Presentation";
+constexpr long append_index = -1;
+
+// Somebody else's implementation of the interface could not write itself into the document.
+ComPtr<ValueItem> own_item(IUnknown* item) {
+    ComPtr<ValueItem> own = automation::own_object<ValueItem>(item);
+    if (!own) automation::fail(automation::error_type_mismatch);
+    return own;
+}
+
+}  // namespace
+
+STDMETHODIMP ValueItems::get_Presentation(KelosPresentation* Result) {
+    return trapped(Result, member(L"Public Property Get 'Presentation'"),
+                   [&](KelosPresentation& result) { result = presentation_; });
+}
+
+STDMETHODIMP ValueItems::put_Presentation(KelosPresentation NewValue) {
+    presentation_ = NewValue;
+    return S_OK;
+}
+
+STDMETHODIMP ValueItems::Add(ITesseraValueItem* VItem, long Index, long* Result) {
+    return trapped(Result, member(L"Public Function 'Add'"), [&](long& result) {
+        result = Index;
+        if (VItem) result = insert(own_item(VItem), Index);
+    });
+}
+
+STDMETHODIMP ValueItems::AddNew(VARIANT Value, VARIANT DisplayValue, short LCID,
+                                uceDataType ValueType, uceDataType DisplayValueType, long Index,
+                                ITesseraValueItem** Result) {
+    return trapped(Result, member(L"Public Function 'AddNew'"), [&](auto& result) {
+        const auto item = automation::make<ValueItem>();
+        item->put_LCID(LCID);
+        item->put_Value(ValueType, Value);
+        item->put_DisplayValue(DisplayValueType, DisplayValue);
+        insert(item, Index);
+        result = item->main_pointer();
+    });
+}
+
+STDMETHODIMP ValueItems::get_Count(long* Result) {
+    return trapped(Result, member(L"Public Property Get 'Count'"),
+                   [&](long& result) { result = count(); });
+}
+
+STDMETHODIMP ValueItems::get_Item(long Index, ITesseraValueItem** Result) {
+    return trapped(Result, member(L"Public Property Get 'Item'"), [&](auto& result) {
+        if (holds_position(Index))
+            result = items_[static_cast<std::size_t>(Index - 1)]->main_pointer();
+    });
+}
+
+STDMETHODIMP ValueItems::Remove(VARIANT ItemIdent, ITesseraValueItem** Result) {
+    return trapped(Result, member(L"Public Function 'Remove'"), [&](auto& result) {
+        const long position = position_of(Variant::value_of(ItemIdent));
+        if (!holds_position(position)) return;
+        const auto found = items_.begin() + (position - 1);
+        result = (*found)->main_pointer();
+        items_.erase(found);
+    });
+}
+
+// -1, positions beyond the end and any position in an empty list append; 0 and the other negative
+// ones insert at the front.
+long ValueItems::insert(ComPtr<ValueItem> item, long index) {
+    if (items_.empty() || index == append_index || index > count()) {
+        append(std::move(item));
+        return count();
+    }
+    const long position = std::max(index, 1L);
+    items_.insert(items_.begin() + (position - 1), std::move(item));
+    return position;
+}
+
+// 0 when the list does not hold what is identified.
+long ValueItems::position_of(const VARIANT& ident) const {
+    if (automation::is_numeric(ident)) return automation::to_long(ident);
+    if (ident.vt != VT_DISPATCH && ident.vt != VT_UNKNOWN) return 0;
+    const auto wanted = automation::own_object<ValueItem>(ident.punkVal);
+    if (!wanted) return 0;
+    const auto found = std::ranges::find(items_, wanted);
+    return found == items_.end() ? 0 : static_cast<long>(found - items_.begin()) + 1;
+}
+
+// The presentation is the owner's item, a sibling of the list.
+void ValueItems::write_items(ArchiveNode& title, ArchiveNode& owner) {
+    for (const ComPtr<ValueItem>& item : items_)
+        item->get_XMLNode(title);
+    write_long(owner, item_presentation, presentation_);
+}
+
+void ValueItems::read(const dom::Node& owner, const dom::Node& title) {
+    Record::read(owner, title);
+    presentation_ = kprNone;
+    presentation_ = static_cast<KelosPresentation>(read_long(owner, item_presentation));
+}
+
+void ValueItems::read_items(const dom::Node& title, std::int16_t) {
+    items_.clear();
+    constexpr wchar_t item_title[] = L"ValueItem";
+    for (dom::Node node = dom::child_named(title, item_title); node;
+         node = dom::sibling_named(node, item_title)) {
+        const auto item = automation::make<ValueItem>();
+        item->put_XMLNode(title, node);
+        append(item);
+    }
+}
+
+}  // namespace tessera

@@ -1,0 +1,56 @@
+#include "mapping/language.h"
+
+#include <algorithm>
+
+#include "automation/conversion.h"
+#include "host/error_boundary.h"
+#include "mapping/leading_number.h"
+
+namespace tessera {
+
+using automation::ComPtr;
+using automation::get;
+using automation::Variant;
+
+namespace {
+
+constexpr std::wstring_view language_dependent[] = {
+    L"GetInternationalDescription",  L"GetOwnInternationalDescription",
+    L"GetInternationalDescription2", L"GetInternationalDescription3",
+    L"GetInternationalValue",        L"GetOwnInternationalValue",
+    L"GetInternationalXValue",       L"GetOwnInternationalXValue",
+};
+
+bool depends_on_language(std::wstring_view property_name) {
+    return std::ranges::find(language_dependent, property_name) != std::end(language_dependent);
+}
+
+ComPtr<IKelosLanguage> language_for(const ComPtr<IKelosProject>& project,
+                                    std::wstring_view property_name, std::wstring_view parameter) {
+    if (depends_on_language(property_name)) {
+        const std::int16_t index =
+            automation::to_short(Variant(leading_number(automation::as_u16(parameter))));
+        const auto languages = get(project, &IKelosProject::get_Languages);
+        if (1 <= index && index <= get(languages, &IKelosLanguages::get_Count))
+            return get(languages, &IKelosLanguages::get_Item, static_cast<long>(index));
+    }
+    return get(project, &IKelosProject::get_CurrentLanguage);
+}
+
+}  // namespace
+
+std::int16_t GetLCID(IKelosObject* object, std::wstring_view property_name,
+                     std::wstring_view parameter) noexcept {
+    std::int16_t lcid = 0;
+    guarded({L"Tessera.SCGlobal", L"Private Function 'GetLCID'"}, [&] {
+        const auto workset = get(object, &IKelosObject::get_WorkSet);
+        if (!workset) return;
+        const auto project = get(workset, &IKelosWorkset::get_CurrentProject);
+        if (!project) return;
+        const auto language = language_for(project, property_name, parameter);
+        lcid = automation::to_short(Variant(get(language, &IKelosLanguage::get_LCID)));
+    });
+    return lcid;
+}
+
+}  // namespace tessera

@@ -1,0 +1,157 @@
+#include "progress/form_window.h"
+
+#include <mutex>
+#include <utility>
+
+#include "automation/error.h"
+#include "automation/module.h"
+
+namespace tessera {
+
+using automation::this_module;
+
+namespace {
+
+constexpr wchar_t class_name[] = L"KelosTessera.ProgressForm";
+constexpr DWORD window_style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+// The frame of a dialog, which has no icon.
+constexpr DWORD extended_style = WS_EX_DLGMODALFRAME;
+
+// Enough for every click and key of a user; a window that never gets painted up to date must not
+// keep the caller from its work.
+constexpr int messages_at_once = 256;
+
+// A class must not outlive the module that its procedure is in, so the last window takes it along.
+// The lock keeps a thread from losing the class between registering and using it; it is recursive
+// since creating a window lets other threads' messages in.
+std::recursive_mutex class_lock;
+
+void register_class(WNDPROC procedure) {
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof description;
+    description.lpfnWndProc = procedure;
+    description.hInstance = this_module();
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    description.lpszClassName = class_name;
+    if (!RegisterClassExW(&description) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS)
+        automation::fail(HRESULT_FROM_WIN32(GetLastError()));
+}
+
+// Fails, as it shall, while another window is left.
+void unregister_class() noexcept {
+    const std::lock_guard lock(class_lock);
+    UnregisterClassW(class_name, this_module());
+}
+
+class ScreenContext {
+  public:
+    ScreenContext() noexcept : context_(GetDC(nullptr)) {}
+    ScreenContext(const ScreenContext&) = delete;
+    ScreenContext& operator=(const ScreenContext&) = delete;
+    ~ScreenContext() {
+        if (context_) ReleaseDC(nullptr, context_);
+    }
+    int pixels_per_inch(int direction) const noexcept {
+        const int found = context_ ? GetDeviceCaps(context_, direction) : 0;
+        return found > 0 ? found : USER_DEFAULT_SCREEN_DPI;
+    }
+
+  private:
+    HDC context_;
+};
+
+}  // namespace
+
+form_layout::Resolution screen_resolution() noexcept {
+    const ScreenContext screen;
+    return {screen.pixels_per_inch(LOGPIXELSX), screen.pixels_per_inch(LOGPIXELSY)};
+}
+
+void FormWindow::create(const form_layout::Size& client_pixels) {
+    RECT frame{0, 0, client_pixels.width, client_pixels.height};
+    AdjustWindowRectEx(&frame, window_style, FALSE, extended_style);
+    const std::lock_guard lock(class_lock);
+    register_class(procedure);
+    uses_class_ = true;
+    SetLastError(ERROR_SUCCESS);
+    window_ = CreateWindowExW(extended_style, class_name, L"", window_style, CW_USEDEFAULT,
+                              CW_USEDEFAULT, frame.right - frame.left, frame.bottom - frame.top,
+                              nullptr, nullptr, this_module(), this);
+    if (window_) return;
+    // Without a display the platform gives no reason.
+    const DWORD reason = GetLastError();
+    automation::fail(reason ? HRESULT_FROM_WIN32(reason) : E_FAIL,
+                     L"The window of the progress form cannot be created");
+}
+
+void FormWindow::destroy() noexcept {
+    if (const HWND window = std::exchange(window_, nullptr)) {
+        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        DestroyWindow(window);
+    }
+    if (std::exchange(uses_class_, false)) unregister_class();
+}
+
+void FormWindow::set_title(const wchar_t* title) {
+    if (!SetWindowTextW(window_, title)) automation::fail(HRESULT_FROM_WIN32(GetLastError()));
+}
+
+form_layout::Place FormWindow::client_area() const noexcept {
+    RECT area{};
+    if (window_) GetClientRect(window_, &area);
+    return {area.left, area.top, area.right - area.left, area.bottom - area.top};
+}
+
+void FormWindow::handle_pending_messages() noexcept {
+    if (handling_messages_) return;
+    handling_messages_ = true;
+    MSG message;
+    for (int count = 0; count < messages_at_once && window_; ++count) {
+        if (!PeekMessageW(&message, window_, 0, 0, PM_REMOVE)) break;
+        if (message.message == WM_QUIT) {
+            // Meant for the host's message loop.
+            PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    handling_messages_ = false;
+}
+
+LRESULT CALLBACK FormWindow::procedure(HWND window, UINT message, WPARAM wide, LPARAM longer) {
+    if (message == WM_NCCREATE) {
+        const auto* const creation = reinterpret_cast<const CREATESTRUCTW*>(longer);
+        SetWindowLongPtrW(window, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+    }
+    auto* const self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    return self ? self->handle_message(window, message, wide, longer)
+                : DefWindowProcW(window, message, wide, longer);
+}
+
+// After an event this object may be gone.
+LRESULT FormWindow::handle_message(HWND window, UINT message, WPARAM wide, LPARAM longer) {
+    switch (message) {
+        case WM_ACTIVATE:
+            // The owner says which control gets the keyboard.
+            if (LOWORD(wide) != WA_INACTIVE) events_.window_activated();
+            return 0;
+        case WM_CLOSE:
+            events_.window_closed();
+            ShowWindow(window, SW_HIDE);
+            return 0;
+        case WM_DESTROY:
+            events_.window_dying();
+            return 0;
+        case WM_NCDESTROY:
+            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+            window_ = nullptr;
+            return DefWindowProcW(window, message, wide, longer);
+        default:
+            return DefWindowProcW(window, message, wide, longer);
+    }
+}
+
+}  // namespace tessera

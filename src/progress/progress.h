@@ -1,0 +1,54 @@
+// The progress controller: long work tells it how far it is and asks it whether to stop.
+#pragma once
+
+#include "progress/controller_link.h"
+#include "progress/prg_frm.h"
+
+namespace tessera {
+
+// Lifetime. The Progress owns its form while that is open; the form and the host's window service
+// refer back through a ControllerLink, which does not keep the Progress alive. A Progress that is
+// released while its form is open closes it.
+//
+// The form's clicks are messages of the caller's thread. A caller that works without a message
+// loop sees an abort all the same: reading State, and setting Percentage, handles what waits for
+// the form's window.
+class Progress : public automation::Object<Progress, ITesseraProgress> {
+  public:
+    static constexpr CLSID class_id = __uuidof(::Progress);
+
+    ~Progress();
+
+    STDMETHODIMP put_Percentage(short NewValue) override;
+    STDMETHODIMP put_Caption(BSTR NewValue) override;
+    STDMETHODIMP StartProcess() override;
+    STDMETHODIMP StopProcess() override;
+    STDMETHODIMP get_State(uceProgressState* Result) override;
+    STDMETHODIMP put_State(uceProgressState NewValue) override;
+    STDMETHODIMP get_Where(uceWhere* Result) override;
+    STDMETHODIMP put_Where(uceWhere NewValue) override;
+    STDMETHODIMP get_Picture(BSTR* Result) override;
+    STDMETHODIMP put_Picture(BSTR NewValue) override;
+
+  private:
+    void start() noexcept;
+    void stop() noexcept;
+    void open_form();
+    void close_form();
+    void move_bar(short percentage);
+    void enter_state(short percentage);
+    void restore_undo_state();
+    void handle_pending_messages() noexcept;
+
+    automation::Bstr caption_;
+    automation::Bstr picture_;
+    uceProgressState state_ = uccStateClosed;
+    uceWhere where_ = uccNothing;
+    // Present while the form is open.
+    automation::ComPtr<PrgFrm> form_;
+    automation::ComPtr<ControllerLink> link_;
+    // The form could not be opened: the walk goes on without one, and not every step tries again.
+    bool opening_failed_ = false;
+};
+
+}  // namespace tessera

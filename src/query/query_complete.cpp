@@ -1,0 +1,141 @@
+#include "query/query_complete.h"
+
+#include <string>
+
+#include "automation/conversion.h"
+#include "content/tessera_content.h"
+#include "query/row_xml.h"
+
+namespace tessera {
+
+using automation::Bstr;
+using automation::ComPtr;
+using automation::get;
+using automation::Variant;
+
+namespace {
+
+long lcid_of(HQuery& cursor, IKelosQColumnDef* definition) {
+    long lcid = 0;
+    cursor.GetLCID(definition, &lcid);
+    return lcid;
+}
+
+std::int16_t short_lcid(long lcid) {
+    return automation::to_short(Variant(lcid));
+}
+
+void set_pointer(Tessera& content, int row, int column) {
+    const Bstr pointer(std::to_wstring(row) + L";" + std::to_wstring(column));
+    content.document().put_Pointer(pointer.get());
+}
+
+void append_to(const dom::Node& contents_root, Tessera& content) {
+    dom::Node written;
+    content.get_XMLNode(contents_root.get(), written.put());
+}
+
+void write_heading(const ComPtr<IKelosQColumnDef>& definition, std::int16_t lcid, int column,
+                   const dom::Node& contents_root) {
+    const auto content = automation::make<Tessera>();
+    const Variant heading(get(definition, &IKelosQColumnDef::get_Heading));
+    content->value().put_LCID(lcid);
+    content->value().put_KelosValue(uccVBString, heading);
+    set_pointer(*content, 0, column);
+    append_to(contents_root, *content);
+}
+
+// Names and parameters for reading come first: those for writing back are theirs until set.
+void fill_property(const ComPtr<IKelosQColumnDef>& definition, Property& property) {
+    const Bstr get_name = get(definition, &IKelosQColumnDef::get_GetName);
+    property.put_GetName(get_name.get());
+    property.put_GetParameter(get(definition, &IKelosQColumnDef::get_GetParameter));
+    property.put_QDefProperty(
+        static_cast<KelosQueryProperty>(get(definition, &IKelosQColumnDef::get_PropertyConstant)));
+    const Bstr set_name = get(definition, &IKelosQColumnDef::get_SetName);
+    if (set_name.empty()) return;
+    property.put_SetName(set_name.get());
+    property.put_SetParameter(get(definition, &IKelosQColumnDef::get_SetParameter));
+}
+
+// The cell's value, or its text in place of an object that the archive could not hold.
+Variant archivable(const Variant& value, const Bstr& text) {
+    if (!value.is_object()) return value;
+    const bool is_host_object = value.vt == VT_DISPATCH && value.object().try_as<IKelosObject>();
+    return is_host_object ? value : Variant(text);
+}
+
+ComPtr<ValueItem> value_item(const Variant& value, const Bstr& text, std::int16_t lcid) {
+    auto item = automation::make<ValueItem>();
+    item->put_LCID(lcid);
+    item->put_Value(uccVBString, value);
+    item->put_DisplayValue(uccVBString, Variant(text));
+    return item;
+}
+
+// One run over the query.
+class QueryContents {
+  public:
+    QueryContents(HQuery& cursor, const dom::Node& root)
+        : cursor_(cursor),
+          root_(root),
+          lcid_(short_lcid(lcid_of(cursor, nullptr))),
+          columns_(column_count(cursor)) {}
+
+    void write_headings() {
+        for (int i = 1; i <= columns_; ++i)
+            write_heading(column_item(cursor_, static_cast<std::int16_t>(i)), lcid_, i, root_);
+    }
+
+    void write_row(int row) {
+        ComPtr<IKelosQuery> query;
+        cursor_.get_CurrentQuery(query.put());
+        if (!query) return;
+        for (int j = 1; j <= columns_; ++j) {
+            const auto column = static_cast<std::int16_t>(j);
+            const auto definition = column_item(cursor_, column);
+            if (const auto cell = cell_of(cursor_, column)) write_cell(cell, definition, row, j);
+        }
+    }
+
+  private:
+    void write_cell(const ComPtr<IKelosCell>& cell, const ComPtr<IKelosQColumnDef>& definition,
+                    int row, int column) {
+        const auto content = automation::make<Tessera>();
+        const CellReference reference(cell);
+        if (reference.object()) content->kelos_object().put_Object(reference.object().get());
+        fill_property(definition, content->property());
+
+        const Bstr text = get(cell, &IKelosCell::get_Text);
+        const Variant value = archivable(reference.value(), text);
+        content->value().put_LCID(lcid_);
+        content->value().put_KelosValue(uccVBString, value);
+        const std::int16_t column_lcid = short_lcid(lcid_of(cursor_, definition.get()));
+        content->value_items().append(value_item(value, text, column_lcid));
+        set_pointer(*content, row, column);
+        append_to(root_, *content);
+    }
+
+    HQuery& cursor_;
+    const dom::Node& root_;
+    std::int16_t lcid_;
+    std::int16_t columns_;
+};
+
+}  // namespace
+
+void write_query(HQuery& cursor, const dom::Node& contents_root) {
+    QueryContents contents(cursor, contents_root);
+    contents.write_headings();
+    for (int row = 1;; ++row) {
+        uceProgressState state = uccStateClosed;
+        if (is_at_end(cursor)) return;
+        cursor.get_State(&state);
+        if (state == uccStateAbort) return;
+        contents.write_row(row);
+        // After a failed move the next one passes over what failed, so that no row comes twice.
+        if (!cursor.move_next()) cursor.move_next();
+    }
+}
+
+}  // namespace tessera

@@ -1,0 +1,122 @@
+#include "cli/arguments.h"
+
+#include <doctest/doctest.h>
+
+#include <vector>
+
+#include "cli/failure.h"
+
+using cli::Arguments;
+using cli::Command;
+using cli::QueryFormat;
+
+namespace {
+
+using Given = std::vector<const wchar_t*>;
+
+Arguments parsed(const Given& arguments) {
+    return cli::parse_arguments(arguments);
+}
+
+// What is said about arguments that cannot be used.
+std::wstring problem(const Given& arguments) {
+    try {
+        parsed(arguments);
+        return L"";
+    } catch (const cli::Failure& failure) {
+        return failure.text();
+    }
+}
+
+bool mentions(const std::wstring& text, const wchar_t* part) {
+    return text.find(part) != text.npos;
+}
+
+}  // namespace
+
+TEST_CASE("an export takes all of its options in any order") {
+    const Arguments plain = parsed({L"export", L"plant.xml"});
+    CHECK(plain.command == Command::export_document);
+    CHECK(plain.input == L"plant.xml");
+    CHECK_FALSE(plain.document.has_value());
+    CHECK_FALSE(plain.script.has_value());
+    CHECK_FALSE(plain.out.has_value());
+    CHECK_FALSE(plain.quiet);
+    CHECK_FALSE(plain.window);
+
+    const Arguments full = parsed({L"export", L"--window", L"--out", L"a b.xml", L"plant.xml",
+                                   L"--quiet", L"--script=m.vbs", L"--document", L"Übersicht"});
+    CHECK(full.input == L"plant.xml");
+    CHECK(full.document == L"Übersicht");
+    CHECK(full.script == L"m.vbs");
+    CHECK(full.out == L"a b.xml");
+    CHECK(full.quiet);
+    CHECK(full.window);
+}
+
+TEST_CASE("a query knows its four formats") {
+    const struct {
+        const wchar_t* name;
+        QueryFormat format;
+    } formats[] = {{L"columns", QueryFormat::columns},
+                   {L"rows", QueryFormat::rows},
+                   {L"complete", QueryFormat::complete},
+                   {L"strings", QueryFormat::strings}};
+    for (const auto& format : formats) {
+        const Arguments query =
+            parsed({L"query", L"plant.xml", L"--query", L"Pumps", L"--format", format.name});
+        CHECK(query.command == Command::query);
+        CHECK(query.query == L"Pumps");
+        CHECK(query.format == format.format);
+    }
+    CHECK(parsed({L"query", L"p", L"--query=q", L"--format=strings", L"--encode"}).encode);
+}
+
+TEST_CASE("values may look like options, and operands after two dashes") {
+    CHECK(parsed({L"export", L"p", L"--document", L"--quiet"}).document == L"--quiet");
+    CHECK(parsed({L"export", L"p", L"--document=a=b"}).document == L"a=b");
+    CHECK(parsed({L"decode", L"--", L"--help"}).input == L"--help");
+    CHECK(parsed({L"decode", L"-"}).input == L"-");
+}
+
+TEST_CASE("help is found wherever it is asked for") {
+    for (const Given& given : {Given{L"--help"}, Given{L"-h"}, Given{L"/?"},
+                               Given{L"export", L"--help"}, Given{L"query", L"p", L"-?"}})
+        CHECK(parsed(given).command == Command::help);
+    CHECK(parsed({L"--version"}).command == Command::version);
+    for (const wchar_t* option :
+         {L"--document", L"--script", L"--out", L"--quiet", L"--window", L"--query", L"--format",
+          L"--encode", L"columns", L"rows", L"complete", L"strings", L"decode", L"--version"})
+        CHECK(mentions(std::wstring(cli::help_text()), option));
+}
+
+TEST_CASE("what is wrong is named") {
+    const struct {
+        Given given;
+        const wchar_t* named;
+    } cases[] = {
+        {{}, L"no command"},
+        {{L"import", L"p"}, L"\"import\""},
+        {{L"export"}, L"project file is missing"},
+        {{L"export", L""}, L"project file has no name"},
+        {{L"decode"}, L"file to decode is missing"},
+        {{L"export", L"p", L"q"}, L"\"q\""},
+        {{L"export", L"p", L"--format", L"rows"}, L"\"--format\""},
+        {{L"export", L"p", L"--Quiet"}, L"\"--Quiet\""},
+        {{L"export", L"p", L"-q"}, L"\"-q\""},
+        {{L"export", L"p", L"--out"}, L"\"--out\" needs a value"},
+        {{L"export", L"p", L"--out", L""}, L"\"--out\" needs a value"},
+        {{L"export", L"p", L"--out="}, L"\"--out\" needs a value"},
+        {{L"export", L"p", L"--quiet=yes"}, L"\"--quiet\" takes no value"},
+        {{L"export", L"p", L"--out", L"a", L"--out", L"b"}, L"\"--out\" is given twice"},
+        {{L"query", L"p", L"--format", L"rows"}, L"\"--query\" is missing"},
+        {{L"query", L"p", L"--query", L"q"}, L"\"--format\" is missing"},
+        {{L"query", L"p", L"--query", L"q", L"--format", L"Rows"}, L"\"Rows\""},
+        {{L"query", L"p", L"--query", L"q", L"--format", L"rows", L"--encode"}, L"\"--encode\""},
+        {{L"decode", L"f", L"--window"}, L"\"--window\""},
+    };
+    for (const auto& wrong : cases) {
+        CAPTURE(wrong.given.size());
+        CHECK(mentions(problem(wrong.given), wrong.named));
+    }
+}

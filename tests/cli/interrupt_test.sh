@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Ctrl-C while tessera.exe works: under Wine the terminal's interrupt arrives as this signal.
+#     interrupt_test.sh WINE-ENVIRONMENT TESSERA.EXE PROJECT
+set -u
+source "$1"
+program=$2
+project=$3
+folder=$(mktemp -d)
+pid=
+trap 'kill -KILL $pid 2>/dev/null; rm -rf "$folder"' EXIT
+cd "$folder" || exit 1
+
+fail() {
+    echo "FAILED: $1"
+    cat out error
+    exit 1
+}
+start() {
+    rm -f marker
+    # Without a program between them that would keep the signal.
+    wine "$program" "$@" >out 2>error &
+    pid=$!
+}
+# Waits until the condition holds; a program that has ended by then fails the test.
+wait_until() {
+    until "$@"; do
+        kill -0 "$pid" 2>/dev/null || fail "the program ended before: $*"
+        sleep 0.05
+    done
+}
+check_ended_with() {
+    wait "$pid"
+    local code=$?
+    pid=
+    [ "$code" -eq "$1" ] || fail "exit code $code instead of $1"
+}
+check_told() { grep -q "$1" error || fail "standard error does not say: $1"; }
+
+# Makes the file that the test waits for, then runs the given loop.
+script() {
+    cat <<EOF
+Sub DoVex()
+  ContentFix "S!A1", 1
+  CreateObject("Scripting.FileSystemObject").CreateTextFile("marker").Close
+  $1
+End Sub
+EOF
+}
+
+echo "an export that calls the host stops at its next call and writes nothing"
+script 'Do : X = MappingTableExcel.GetCount : Loop' >host.vbs
+start export "$project" --script host.vbs --out content.xml
+wait_until test -e marker
+kill -INT "$pid"
+check_ended_with 1
+check_told '^tessera: stopped; nothing was written$'
+[ -e content.xml ] && fail "a content document was written"
+[ -s out ] && fail "standard output is not empty"
+
+echo "a script that calls nobody is ended by the second Ctrl-C"
+script 'Do : X = X : Loop' >alone.vbs
+start export "$project" --script alone.vbs --out content.xml
+wait_until test -e marker
+kill -INT "$pid"
+wait_until grep -q stopping error
+kill -INT "$pid"
+check_ended_with 1
+[ -e content.xml ] && fail "a content document was written"
+
+echo "a query keeps the rows that were read, and says how many they are"
+start query "$project" --query Signalliste --format strings --encode --out rows.txt
+wait_until test -s rows.txt
+kill -INT "$pid"
+check_ended_with 1
+rows=$(wc -l <rows.txt)
+check_told "^tessera: broken off; $rows rows were written$"
+[ "$rows" -lt 100000 ] || fail "all rows were written"
+
+echo "rows that are broken off are a whole document"
+start query "$project" --query Signalliste --format rows --out rows.xml
+wait_until test -s rows.xml
+kill -INT "$pid"
+check_ended_with 1
+check_told '^tessera: broken off; '
+tail -c 18 rows.xml | tr -d '\0' | grep -q '</Rows>' || fail "the document has no end"

@@ -1,0 +1,66 @@
+#include "cli/text.h"
+
+#include <doctest/doctest.h>
+
+using namespace cli;
+
+TEST_CASE("UTF-8 comes back as it was, up to the edges of each length") {
+    const std::u16string texts[] = {u"",
+                                    u"Pumpe",
+                                    u"Förderhöhe",
+                                    u"\u007F\u0080\u07FF\u0800\uD7FF\uE000\uFFFD\uFFFF",
+                                    u"\U00010000\U0001F600\U0010FFFF",
+                                    std::u16string(u"a\0b", 3)};
+    for (const std::u16string& text : texts) {
+        const auto back = from_utf8(to_utf8(text));
+        REQUIRE(back.has_value());
+        CHECK((*back == text));
+    }
+    CHECK(to_utf8(u"\u20AC") == "\xE2\x82\xAC");
+    CHECK(to_utf8(u"\U0001F600") == "\xF0\x9F\x98\x80");
+}
+
+TEST_CASE("halves of surrogate pairs become replacement characters") {
+    const char16_t high[] = {0xD83D, u'x'};
+    const char16_t low[] = {u'x', 0xDE00};
+    const char16_t both_wrong[] = {0xDE00, 0xD83D};
+    CHECK(to_utf8({high, 2}) == "\xEF\xBF\xBDx");
+    CHECK(to_utf8({low, 2}) == "x\xEF\xBF\xBD");
+    CHECK(to_utf8({both_wrong, 2}) == "\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
+TEST_CASE("bytes that are not UTF-8 are told from bytes that are") {
+    for (const char* bytes : {"\x80", "a\xFF", "\xC3", "\xC3(", "\xC0\xAF", "\xE0\x80\xAF",
+                              "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xF0\x9F\x98", "F\xF6rdern"})
+        CHECK_FALSE(from_utf8(bytes).has_value());
+}
+
+TEST_CASE("a terminal gets no character that it would obey") {
+    CHECK((visible(u"a\tb\r\nc\x1B[31m\x7F") == u"a\u2409b\u240D\u240Ac\u241B[31m\u2421"));
+    CHECK((visible(u"\u009B2J") == u"<U+009B>2J"));
+    CHECK((visible(u"\u202Eabc\u2028\uFEFF") == u"<U+202E>abc<U+2028><U+FEFF>"));
+    CHECK((visible(u"\U000E0041") == u"<U+0E0041>"));
+    CHECK(
+        (visible(u"Förderhöhe \u65E5\u672C \U0001F600") == u"Förderhöhe \u65E5\u672C \U0001F600"));
+    const char16_t half[] = {0xD83D};
+    CHECK((visible({half, 1}) == u"\uFFFD"));
+}
+
+TEST_CASE("widths are those of a terminal") {
+    CHECK(display_width(u"") == 0);
+    CHECK(display_width(u"Größe") == 5);
+    CHECK(display_width(u"Gro\u0308\u00DFe") == 5);
+    CHECK(display_width(u"\u65E5\u672C") == 4);
+    CHECK(display_width(u"\U0001F600") == 2);
+}
+
+TEST_CASE("a text that is cut has an ellipsis and the width that was left") {
+    CHECK((cut_to(u"Pumpe", 5) == u"Pumpe"));
+    CHECK((cut_to(u"Pumpen", 5) == u"Pump\u2026"));
+    CHECK((cut_to(u"Pumpen", 1) == u"\u2026"));
+    CHECK((cut_to(u"Pumpen", 0) == u""));
+    // A wide character that does not fit is left out as a whole.
+    CHECK((cut_to(u"a\u65E5\u672C", 4) == u"a\u65E5\u2026"));
+    CHECK((cut_to(u"\u65E5\u672C", 3) == u"\u65E5\u2026"));
+    CHECK((cut_to(u"\U0001F600\U0001F600", 3) == u"\U0001F600\u2026"));
+}

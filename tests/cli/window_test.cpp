@@ -1,0 +1,92 @@
+#include "cli/program.h"
+
+using namespace test;
+
+namespace {
+
+struct Search {
+    DWORD process;
+    const wchar_t* class_name;
+    HWND found = nullptr;
+};
+
+bool has_class(HWND window, const wchar_t* name) {
+    wchar_t text[64];
+    return GetClassNameW(window, text, 64) > 0 && std::wstring_view(text) == name;
+}
+
+BOOL CALLBACK look_at(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process != search.process || !has_class(window, search.class_name)) return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+// The button on the program's progress form; null while there is none.
+HWND abort_button(const RunningProgram& program) {
+    Search form{program.id(), L"KelosTessera.ProgressForm"};
+    EnumWindows(look_at, reinterpret_cast<LPARAM>(&form));
+    if (!form.found) return nullptr;
+    Search button{program.id(), L"Button"};
+    EnumChildWindows(form.found, look_at, reinterpret_cast<LPARAM>(&button));
+    return button.found;
+}
+
+// A click in the first moments of a walk may be forgotten: work that begins is not aborted work.
+Outcome click_abort(RunningProgram& program) {
+    bool clicked = false;
+    while (!program.has_ended()) {
+        if (const HWND button = abort_button(program))
+            clicked = PostMessageW(button, BM_CLICK, 0, 0) || clicked;
+        Sleep(20);
+    }
+    CHECK(clicked);
+    return program.wait();
+}
+
+}  // namespace
+
+TEST_CASE("the progress form changes nothing in what is written and told") {
+    const Workplace place;
+    place.write(L"p.xml", project_file(mapping_document("<row cell=\"A1\" value=\"1\"/>")));
+    const Outcome plain = place.run({L"export", L"p.xml", L"--out", L"o.xml"});
+    const std::string bytes = place.read(L"o.xml");
+    const Outcome with_form = place.run({L"export", L"p.xml", L"--out", L"o.xml", L"--window"});
+    CHECK(with_form.code == 0);
+    CHECK(with_form.out == plain.out);
+    CHECK(with_form.error == "");
+    CHECK(place.read(L"o.xml") == bytes);
+}
+
+TEST_CASE("the form's button ends an export while its script runs") {
+    const Workplace place;
+    place.write(L"p.xml", project_file(mapping_document("<row cell=\"A1\" value=\"1\"/>")));
+    place.write(L"loop.vbs", "Sub DoVex()\nDo\nX = MappingTableExcel.Target(1)\nLoop\nEnd Sub\n");
+    RunningProgram program(
+        place.folder(),
+        {L"export", L"p.xml", L"--script", L"loop.vbs", L"--out", L"o.xml", L"--window"}, 0);
+    const Outcome outcome = click_abort(program);
+    CHECK(outcome.code == 1);
+    CHECK(outcome.out == "");
+    CHECK(outcome.error == "tessera: stopped; nothing was written\n");
+    CHECK_FALSE(place.has(L"o.xml"));
+}
+
+TEST_CASE("the form's button ends a query, which keeps its rows") {
+    const Workplace place;
+    place.write(L"p.xml", project_file("",
+                                       "<queries><query name=\"Many\"><column name=\"N\" "
+                                       "property=\"Name\"/><generate rows=\"100000\"><cell "
+                                       "text=\"Signal {row}\"/></generate></query></queries>"));
+    RunningProgram program(place.folder(),
+                           {L"query", L"p.xml", L"--query", L"Many", L"--format", L"strings",
+                            L"--encode", L"--out", L"o.txt", L"--window"},
+                           0);
+    const Outcome outcome = click_abort(program);
+    CHECK(outcome.code == 1);
+    const std::string count = std::to_string(lines(place.read(L"o.txt")).size());
+    CHECK(outcome.error == "tessera: broken off; " + count + " rows were written\n");
+    CHECK(outcome.out == count + " rows, 0 messages, 0 errors\nwritten: o.txt\n");
+}

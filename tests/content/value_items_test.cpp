@@ -1,0 +1,187 @@
+#include "support/com_fixture.h"
+
+using automation::Bstr;
+using automation::call;
+using automation::ComPtr;
+using automation::get;
+using automation::Variant;
+using test::ComFixture;
+using test::create;
+
+namespace {
+
+class ItemsFixture : public ComFixture {
+  public:
+    ComPtr<ITesseraValueItems> items = create<ITesseraValueItems>(L"Tessera.ValueItems");
+
+    static ComPtr<ITesseraValueItem> item(const wchar_t* value) {
+        auto result = create<ITesseraValueItem>(L"Tessera.ValueItem");
+        call(result, &ITesseraValueItem::put_Value, uccDefault,
+             static_cast<VARIANT>(Variant(value)));
+        return result;
+    }
+    long add(const wchar_t* value, long index) {
+        return get(items, &ITesseraValueItems::Add, item(value).get(), index);
+    }
+    long count() { return get(items, &ITesseraValueItems::get_Count); }
+    // The items' values, one after the other.
+    std::wstring values() {
+        std::wstring result;
+        for (long i = 1; i <= count(); ++i)
+            result += value_of(get(items, &ITesseraValueItems::get_Item, i));
+        return result;
+    }
+    static std::wstring value_of(const ComPtr<ITesseraValueItem>& item) {
+        return std::wstring(get(item, &ITesseraValueItem::get_Value, uccDefault).text());
+    }
+    ComPtr<ITesseraValueItem> remove(const Variant& ident) {
+        return get(items, &ITesseraValueItems::Remove, static_cast<VARIANT>(ident));
+    }
+};
+
+std::wstring text(const Variant& value) {
+    return std::wstring(value.text());
+}
+
+// Somebody else's value item.
+class ForeignItem final : public ITesseraValueItem {
+  public:
+    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
+        const bool known =
+            id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(ITesseraValueItem);
+        *result = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                        UINT*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP get_DisplayValue(uceDataType, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_DisplayValue(uceDataType, VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP putref_DisplayValue(uceDataType, VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP get_Value(uceDataType, VARIANT*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_Value(uceDataType, VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP putref_Value(uceDataType, VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP get_LCID(short*) override { return E_NOTIMPL; }
+    STDMETHODIMP put_LCID(short) override { return E_NOTIMPL; }
+};
+
+}  // namespace
+
+TEST_CASE_FIXTURE(ItemsFixture, "items are inserted before a position or appended") {
+    CHECK(add(L"a", 5) == 1);  // the empty list takes every position
+    CHECK(add(L"b", -1) == 2);
+    CHECK(add(L"c", 3) == 3);  // beyond the end
+    CHECK(add(L"d", 2) == 2);
+    CHECK(add(L"e", 0) == 1);
+    CHECK(add(L"f", -2) == 1);
+    CHECK(add(L"g", 6) == 6);
+    CHECK(values() == L"feadbgc");
+}
+
+TEST_CASE_FIXTURE(ItemsFixture, "nothing is not inserted, and somebody else's item is refused") {
+    CHECK(get(items, &ITesseraValueItems::Add, static_cast<ITesseraValueItem*>(nullptr), 7L) == 7);
+    CHECK(error_count() == 0);
+    ForeignItem foreign;
+    CHECK(get(items, &ITesseraValueItems::Add, static_cast<ITesseraValueItem*>(&foreign), 7L) == 7);
+    CHECK(error(1) == L"Tessera.ValueItems|Public Function 'Add'");
+    CHECK(error_code(1) == DISP_E_TYPEMISMATCH);
+    CHECK(count() == 0);
+}
+
+TEST_CASE_FIXTURE(ItemsFixture, "a position outside the list holds nothing") {
+    add(L"a", -1);
+    for (const long position : {-1L, 0L, 2L})
+        CHECK_FALSE(get(items, &ITesseraValueItems::get_Item, position));
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(ItemsFixture,
+                  "items are removed by position, in every form that reads as a number") {
+    for (const wchar_t* value : {L"a", L"b", L"c", L"d", L"e", L"f"})
+        add(value, -1);
+    CHECK(value_of(remove(Variant(L"2"))) == L"b");
+    CHECK(value_of(remove(Variant(2.5))) == L"c");  // half to even
+    CHECK(value_of(remove(Variant(L" 1 "))) == L"a");
+    CHECK_FALSE(remove(Variant(true)));  // -1
+    CHECK_FALSE(remove(Variant()));      // 0
+    CHECK_FALSE(remove(Variant(L"x")));
+    CHECK_FALSE(remove(Variant(99L)));
+    CHECK(values() == L"def");
+    CHECK(error_count() == 0);
+    CHECK_FALSE(remove(Variant(1e10)));
+    CHECK(error(1) == L"Tessera.ValueItems|Public Function 'Remove'");
+    CHECK(error_code(1) == DISP_E_OVERFLOW);
+}
+
+TEST_CASE_FIXTURE(ItemsFixture, "an item is removed by itself, at the first place that holds it") {
+    const auto twice = item(L"x");
+    add(L"a", -1);
+    get(items, &ITesseraValueItems::Add, twice.get(), -1L);
+    add(L"b", -1);
+    get(items, &ITesseraValueItems::Add, twice.get(), -1L);
+    CHECK(remove(Variant(twice.get())) == twice);
+    CHECK(values() == L"abx");
+    CHECK_FALSE(remove(Variant(item(L"x").get())));  // equal, but not the same
+    CHECK_FALSE(remove(Variant(items.get())));
+    CHECK_FALSE(remove(Variant(static_cast<IDispatch*>(nullptr))));
+    CHECK(values() == L"abx");
+}
+
+TEST_CASE_FIXTURE(ItemsFixture,
+                  "a new item takes the display text in host form, the value as it is") {
+    const auto added =
+        get(items, &ITesseraValueItems::AddNew, static_cast<VARIANT>(Variant(L"1\r\n2")),
+            static_cast<VARIANT>(Variant(L"a\r\nb")), short{1031}, uccDefault, uccVBString, -1L);
+    CHECK(get(added, &ITesseraValueItem::get_LCID) == 1031);
+    CHECK(text(get(added, &ITesseraValueItem::get_Value, uccDefault)) == L"1\r\n2");
+    CHECK(text(get(added, &ITesseraValueItem::get_DisplayValue, uccDefault)) == L"a\nb");
+    CHECK(text(get(added, &ITesseraValueItem::get_DisplayValue, uccMSOfficeString)) == L"a\nb");
+    CHECK(text(get(added, &ITesseraValueItem::get_DisplayValue, uccVBString)) == L"a\r\nb");
+    CHECK(count() == 1);
+}
+
+TEST_CASE_FIXTURE(ItemsFixture, "an item keeps objects by reference and numbers unchanged") {
+    const auto holder = item(L"");
+    const ULONG before = test::reference_count(items.get());
+    const Variant object(items.get());
+    call(holder, &ITesseraValueItem::putref_Value, uccVBString, static_cast<VARIANT>(object));
+    CHECK(test::reference_count(items.get()) == before + 2);
+    CHECK(automation::same_object(
+        get(holder, &ITesseraValueItem::get_Value, uccVBString).object().get(), items.get()));
+    call(holder, &ITesseraValueItem::put_Value, uccVBString, static_cast<VARIANT>(Variant(3.5)));
+    CHECK(get(holder, &ITesseraValueItem::get_Value, uccVBString).dblVal == 3.5);
+    CHECK(test::reference_count(items.get()) == before + 1);
+}
+
+TEST_CASE_FIXTURE(ItemsFixture, "a value given by reference is kept itself") {
+    const auto holder = item(L"");
+    VARIANT inner = Variant(L"later").detach();
+    VARIANT reference{};
+    reference.vt = VT_BYREF | VT_VARIANT;
+    reference.pvarVal = &inner;
+    call(holder, &ITesseraValueItem::put_Value, uccDefault, reference);
+    VariantClear(&inner);
+    CHECK(ItemsFixture::value_of(holder) == L"later");
+}
+
+TEST_CASE_FIXTURE(ItemsFixture, "a new locale re-reads the texts under its code page") {
+    const auto holder = item(L"\xE4\r\n");                    // a-umlaut
+    call(holder, &ITesseraValueItem::put_LCID, short{1031});  // from 0: line breaks only
+    CHECK(value_of(holder) == L"\xE4\n");
+    call(holder, &ITesseraValueItem::put_LCID, short{1049});  // the byte 0xE4, read as Cyrillic
+    CHECK(value_of(holder) == L"\x0434\n");
+    call(holder, &ITesseraValueItem::put_LCID, short{1031});
+    CHECK(value_of(holder) == L"\xE4\n");
+    CHECK(error_count() == 0);
+    call(holder, &ITesseraValueItem::put_LCID, short{0x7FFF});  // no such locale
+    CHECK(error(1) == L"Tessera.GFunctions|Friend Function 'GetOfficeFromOffice'");
+    CHECK(value_of(holder) == L"\xE4\n");
+}

@@ -1,0 +1,154 @@
+// The general functions through their automation class.
+
+#include "support/com_fixture.h"
+
+using automation::Bstr;
+using automation::call;
+using automation::ComPtr;
+using automation::get;
+using test::ComFixture;
+using test::create;
+using test::ProjectFixture;
+
+namespace {
+
+template <class Base>
+class Functions : public Base {
+  public:
+    ComPtr<ITesseraGFunctions> functions = create<ITesseraGFunctions>(L"Tessera.GFunctions");
+
+    using Member = HRESULT (STDMETHODCALLTYPE ITesseraGFunctions::*)(BSTR, BSTR*);
+    std::wstring text(Member member, std::wstring_view input) {
+        const Bstr argument(input);
+        return get(functions, member, argument.get()).str();
+    }
+    std::wstring clipboard() {
+        return get(functions, &ITesseraGFunctions::UnicodeTextFromClipBoard).str();
+    }
+};
+using FunctionsFixture = Functions<ComFixture>;
+using HostFunctionsFixture = Functions<ProjectFixture>;
+
+constexpr auto uu_encode = &ITesseraGFunctions::UUEncode;
+constexpr auto uu_decode = &ITesseraGFunctions::UUDecode;
+constexpr auto compress = &ITesseraGFunctions::LCSSCompress;
+constexpr auto decompress = &ITesseraGFunctions::LCSSDecompress;
+constexpr auto encode = &ITesseraGFunctions::Encode;
+constexpr auto decode = &ITesseraGFunctions::Decode;
+
+int run_clipboard_writer(const wchar_t* text) {
+    std::wstring command = L"clipboard_writer.exe \"" + std::wstring(text) + L"\"";
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    wchar_t folder[MAX_PATH];
+    GetModuleFileNameW(nullptr, folder, MAX_PATH);
+    std::wstring path(folder);
+    path.replace(path.rfind(L'\\') + 1, std::wstring::npos, L"clipboard_writer.exe");
+    if (!CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &start, &process))
+        return -1;
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD code = 0;
+    GetExitCodeProcess(process.hProcess, &code);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return static_cast<int>(code);
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(FunctionsFixture, "line breaks are converted whatever the locale") {
+    for (const long lcid : {0L, 1031L, -1L}) {
+        CHECK(get(functions, &ITesseraGFunctions::GetVBString, Bstr(L"a\nb\r\n").get(), lcid)
+                  .view() == L"a\r\nb\r\r\n");
+        CHECK(get(functions, &ITesseraGFunctions::GetOfficeString, Bstr(L"a\r\n\rb\rc").get(), lcid)
+                  .view() == L"a\nb\rc");
+    }
+}
+
+TEST_CASE_FIXTURE(FunctionsFixture, "codecs use the system's code page") {
+    CHECK(text(uu_encode, L"Cat") == L"#0V%T");
+    CHECK(text(uu_decode, text(uu_encode, L"\x20AC \xE4\xF6\xFC")) == L"\x20AC \xE4\xF6\xFC");
+    CHECK(text(uu_decode, text(uu_encode, L"\x4E00")) == L"?");  // not in the code page
+    const std::wstring repeated = L"abcdabcdabcd";
+    CHECK(text(compress, repeated).size() == 20);
+    CHECK(text(decompress, text(compress, repeated)) == repeated);
+}
+
+TEST_CASE_FIXTURE(FunctionsFixture,
+                  "a malformed line is reported by the line's worker, the rest is kept") {
+    const std::wstring full = text(uu_encode, std::wstring(45, L'x'));
+    std::wstring broken = full;
+    broken[10] = L'\x01';
+    CHECK(text(uu_decode, full + broken + full) == std::wstring(90, L'x'));
+    CHECK(error(1) == L"Tessera.GFunctions|Private Function 'UUDecodePrv'");
+    CHECK(text(uu_decode, full + L"#abc") == std::wstring(45, L'x'));
+    CHECK(error(2) == L"Tessera.GFunctions|Private Function 'UUDecodePrv'");
+    CHECK(error_count() == 2);
+}
+
+TEST_CASE_FIXTURE(FunctionsFixture,
+                  "any text survives encoding, and only encoded texts are decoded") {
+    CHECK(get(functions, &ITesseraGFunctions::get_EncodePrefix).view() == L"@@UU@@");
+    for (const std::wstring& plain :
+         {std::wstring(), std::wstring(L"abc"), std::wstring(L"\x4E00\xD83D\xDE00\xE4"),
+          std::wstring(L"a\0b", 3), std::wstring(100000, L'z')}) {
+        const std::wstring encoded = text(encode, plain);
+        CHECK(encoded.starts_with(L"@@UU@@C@@"));
+        CHECK(text(decode, encoded) == plain);
+    }
+    const std::wstring legacy = L"@@UU@@" + text(uu_encode, text(compress, L"abcdabcdabcdxyz"));
+    CHECK(text(decode, legacy) == L"abcdabcdabcdxyz");
+    for (const wchar_t* other : {L"", L"abc", L"@@uu@@C@@", L"@@UU@@"})
+        CHECK(text(decode, other) == L"");
+    CHECK(error_count() == 0);
+    CHECK(text(decode, L"@@UU@@C@@not encoded by anyone") == L"");
+    CHECK(error(1) == L"Tessera.GFunctions|Public Function 'Decode'");
+}
+
+TEST_CASE_FIXTURE(FunctionsFixture, "the clipboard takes text and gives back another program's") {
+    for (const wchar_t* shown : {L"", L"\x4E00 \xE4\r\n\xD83D\xDE00"}) {
+        call(functions, &ITesseraGFunctions::UnicodeTextToClipBoard, Bstr(shown).get());
+        CHECK(clipboard() == shown);
+    }
+    REQUIRE(run_clipboard_writer(L"from elsewhere \x00E4") == 0);
+    CHECK(clipboard() == L"from elsewhere \x00E4");
+    OpenClipboard(nullptr);
+    EmptyClipboard();
+    CloseClipboard();
+    CHECK(clipboard() == L"");
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(HostFunctionsFixture, "units are found on attributes only") {
+    const auto pump = object(L"Anlage|Pumpe");
+    const auto attribute =
+        get(pump, &IKelosObject::AttributeByFullName, Bstr(L"Process.Pressure").get());
+    const auto unit = [&](IKelosObject* of, const wchar_t* label) {
+        return get(functions, &ITesseraGFunctions::GetKelosPhysUnit, of, Bstr(label).get()).str();
+    };
+    CHECK(unit(attribute.get(), L"  ") == L"PRESSURE.BAR");
+    CHECK(unit(attribute.get(), L" Pa ") == L"PRESSURE.PA");
+    CHECK(unit(attribute.get(), L"PA") == L"PRESSURE.PAUPPER");
+    CHECK(unit(attribute.get(), L"MBar") == L"PRESSURE.MBAR");
+    CHECK(unit(attribute.get(), L"psi") == L"");
+    CHECK(unit(pump.get(), L"bar") == L"");
+    CHECK(error_count() == 0);
+    CHECK(unit(nullptr, L"bar") == L"");
+    CHECK(error(1) == L"Tessera.GFunctions|Public Function 'GetKelosPhysUnit'");
+}
+
+TEST_CASE_FIXTURE(HostFunctionsFixture,
+                  "a document has a mapping table when one of its objects does") {
+    const auto is_mapping_table = [&](const wchar_t* name) {
+        return get(functions, &ITesseraGFunctions::ISMappingTable, document(name).get()) !=
+               VARIANT_FALSE;
+    };
+    CHECK(is_mapping_table(L"Datenblatt"));
+    CHECK_FALSE(is_mapping_table(L"Leer"));
+    CHECK(error_count() == 0);
+    CHECK_FALSE(is_mapping_table(L"no such document"));
+    CHECK(error(1) == L"Tessera.GFunctions|Private sub 'SetMappingTable'");
+    CHECK(error_count() == 1);
+}

@@ -1,0 +1,423 @@
+#include <functional>
+#include <limits>
+#include <vector>
+
+#include "scripted_object.h"
+
+#include <commctrl.h>
+
+namespace {
+
+using namespace test;
+
+constexpr wchar_t parent_class[] = L"HostKitTestParent";
+
+// A top-level window that counts the commands that its controls send and nobody else takes.
+class Parent {
+  public:
+    Parent() {
+        WNDCLASSW definition{};
+        definition.lpfnWndProc = procedure;
+        definition.lpszClassName = parent_class;
+        RegisterClassW(&definition);
+        commands_ = 0;
+        handle_ = CreateWindowExW(0, parent_class, L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 500,
+                                  200, nullptr, nullptr, nullptr, nullptr);
+        REQUIRE(handle_);
+    }
+    ~Parent() { destroy(); }
+    Parent(const Parent&) = delete;
+    Parent& operator=(const Parent&) = delete;
+
+    HWND get() const { return handle_; }
+    long number() const { return static_cast<long>(reinterpret_cast<LONG_PTR>(handle_)); }
+    void destroy() {
+        if (handle_) DestroyWindow(std::exchange(handle_, nullptr));
+    }
+    static int commands() { return commands_; }
+
+  private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+        if (message == WM_COMMAND) ++commands_;
+        return DefWindowProcW(window, message, first, second);
+    }
+    static inline int commands_ = 0;
+    HWND handle_ = nullptr;
+};
+
+// Counts clicks; may do more on each.
+class Clicks : public hostkit::PlainObject<IKelosButtonEvents> {
+  public:
+    int count = 0;
+    std::function<void()> then;
+
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                        UINT*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Click() override {
+        ++count;
+        if (then) then();
+        return S_OK;
+    }
+};
+
+HWND window_of(IUnknown* control) {
+    HWND window = nullptr;
+    REQUIRE(ComPtr<IUnknown>(control).as<IOleWindow>()->GetWindow(&window) == S_OK);
+    REQUIRE(IsWindow(window));
+    return window;
+}
+
+std::wstring window_text(HWND window) {
+    wchar_t text[200];
+    return {text, static_cast<std::size_t>(GetWindowTextW(window, text, 200))};
+}
+
+RECT place_of(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+class ControlsFixture : public ComFixture {
+  public:
+    ControlsFixture() : factory(create<IKelosStandardControls>(L"Kelos.StandardControls")) {}
+
+    ComPtr<IKelosButton> button(const Parent& parent) {
+        const Bstr caption(L"Abort");
+        return get(factory, &IKelosStandardControls::CreateButton, parent.number(), 10L, 20L, 100L,
+                   30L, 10.0, caption.get());
+    }
+
+    ComPtr<IKelosStandardControls> factory;
+};
+
+// The text box and the script editor, through the members that they have in common.
+struct Editor {
+    ComPtr<IDispatch> object;
+
+    std::wstring text() const {
+        return std::wstring(automation::get_property(object.get(), L"Text").text());
+    }
+    void set_text(std::wstring_view text) const {
+        automation::put_property(object.get(), L"Text", Variant(text));
+    }
+    long number(const wchar_t* name) const {
+        return automation::get_property(object.get(), name).lVal;
+    }
+    void set_number(const wchar_t* name, long value) const {
+        automation::put_property(object.get(), name, Variant(value));
+    }
+    void select(long start, long length) const {
+        set_number(L"SelStart", start);
+        set_number(L"SelLength", length);
+    }
+    std::pair<long, long> selection() const { return {number(L"SelStart"), number(L"SelLength")}; }
+};
+
+using Selected = std::pair<long, long>;
+
+}  // namespace
+
+TEST_CASE_FIXTURE(ControlsFixture, "controls are real children at their places") {
+    const Parent parent;
+    const Bstr caption(L"Größe & Höhe");
+    const auto label = get(factory, &IKelosStandardControls::CreateLabel, parent.number(), 8L, 12L,
+                           308L, 14L, 10.0, caption.get());
+    const HWND window = window_of(label.get());
+    CHECK(GetParent(window) == parent.get());
+    const RECT place = place_of(window);
+    CHECK(place.left == 8);
+    CHECK(place.top == 12);
+    CHECK(place.right - place.left == 308);
+    CHECK(place.bottom - place.top == 14);
+    CHECK(get(label, &IKelosLabel::get_Caption).str() == L"Größe & Höhe");
+
+    const Bstr changed(L"Bitte warten...");
+    call(label, &IKelosLabel::put_Caption, changed.get());
+    CHECK(window_text(window) == L"Bitte warten...");
+
+    // Ten points, in the pixels of the screen.
+    LOGFONTW font{};
+    const auto handle = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+    REQUIRE(GetObjectW(handle, sizeof font, &font));
+    const HDC device = GetDC(window);
+    CHECK(font.lfHeight == -MulDiv(10, GetDeviceCaps(device, LOGPIXELSY), 72));
+    ReleaseDC(window, device);
+}
+
+TEST_CASE_FIXTURE(ControlsFixture, "a bar is drawn between 0 and 100 and keeps what it was given") {
+    const Parent parent;
+    const auto progress = get(factory, &IKelosStandardControls::CreateProgressBar, parent.number(),
+                              8L, 31L, 313L, 19L);
+    const auto bar = get(progress, &IKelosProgressBar::get_Bar);
+    const HWND window = window_of(progress.get());
+    const struct {
+        double value;
+        LRESULT drawn;
+    } cases[] = {{0, 0}, {1.4, 1}, {49.5, 50}, {100, 100}, {120, 100}, {-5, 0}, {1e300, 100}};
+    for (const auto& [value, drawn] : cases) {
+        CAPTURE(value);
+        call(bar, &IKelosBar::put_Value, value);
+        CHECK(SendMessageW(window, PBM_GETPOS, 0, 0) == drawn);
+        CHECK(get(bar, &IKelosBar::get_Value) == value);
+    }
+    const auto same = get(progress, &IKelosProgressBar::get_Bar);
+    CHECK(get(same, &IKelosBar::get_Value) == 1e300);
+    CHECK(FAILED(bar->put_Value(std::numeric_limits<double>::quiet_NaN())));
+}
+
+TEST_CASE_FIXTURE(ControlsFixture, "a button's clicks reach its receiver until that is ended") {
+    const Parent parent;
+    const auto clicks = hostkit::make_plain<Clicks>();
+    const auto first = button(parent);
+    const auto second = button(parent);
+    const HWND window = window_of(first.get());
+    CHECK(window_text(window) == L"Abort");
+    call(first, &IKelosButton::putref_Events, static_cast<IKelosButtonEvents*>(clicks.get()));
+
+    SendMessageW(window, BM_CLICK, 0, 0);
+    CHECK(clicks->count == 1);
+    PostMessageW(window, BM_CLICK, 0, 0);
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+        DispatchMessageW(&message);
+    CHECK(clicks->count == 2);
+    SendMessageW(window_of(second.get()), BM_CLICK, 0, 0);
+    CHECK(clicks->count == 2);
+    // What is no click still arrives where it is meant to.
+    const int before = Parent::commands();
+    SendMessageW(parent.get(), WM_COMMAND, 42, 0);
+    CHECK(Parent::commands() == before + 1);
+
+    call(first, &IKelosButton::putref_Events, static_cast<IKelosButtonEvents*>(nullptr));
+    CHECK(reference_count(clicks.get()) == 1);
+    SendMessageW(window, BM_CLICK, 0, 0);
+    CHECK(clicks->count == 2);
+}
+
+TEST_CASE_FIXTURE(ControlsFixture,
+                  "a window that ends lets go of the receiver and of the control") {
+    Parent parent;
+    const auto clicks = hostkit::make_plain<Clicks>();
+    auto control = button(parent);
+    call(control, &IKelosButton::putref_Events, static_cast<IKelosButtonEvents*>(clicks.get()));
+    SUBCASE("from outside") {
+        parent.destroy();
+    }
+    SUBCASE("in the middle of its own click") {
+        clicks->then = [&] { parent.destroy(); };
+        SendMessageW(window_of(control.get()), BM_CLICK, 0, 0);
+    }
+    SUBCASE("when the control's object is gone in the middle of the click") {
+        const HWND window = window_of(control.get());
+        clicks->then = [&] {
+            control.reset();
+            parent.destroy();
+        };
+        SendMessageW(window, BM_CLICK, 0, 0);
+    }
+    clicks->then = {};
+    CHECK(reference_count(clicks.get()) == 1);
+    if (!control) return;
+    Bstr caption;
+    HWND window = nullptr;
+    CHECK(FAILED(control->get_Caption(caption.put())));
+    CHECK(FAILED(control->putref_Events(clicks.get())));
+    CHECK(control.as<IOleWindow>()->GetWindow(&window) == E_FAIL);
+    CHECK(reference_count(clicks.get()) == 1);
+}
+
+TEST_CASE_FIXTURE(ControlsFixture, "a window belongs to its parent, not to the control's object") {
+    const Parent parent;
+    const auto clicks = hostkit::make_plain<Clicks>();
+    auto control = button(parent);
+    const HWND window = window_of(control.get());
+    call(control, &IKelosButton::putref_Events, static_cast<IKelosButtonEvents*>(clicks.get()));
+    control.reset();
+    CHECK(IsWindow(window));
+    // Its code must stay loaded meanwhile.
+    CHECK_FALSE(is_idle(L"KelosHostKit.dll"));
+    SendMessageW(window, BM_CLICK, 0, 0);
+    CHECK(clicks->count == 1);
+}
+
+TEST_CASE_FIXTURE(ControlsFixture, "without a window there is an error and no control") {
+    for (const long window : {0L, 0x7FFFFFF0L}) {
+        ComPtr<IKelosLabel> label;
+        ComPtr<IKelosProgressBar> bar;
+        ComPtr<IKelosButton> button;
+        CHECK(FAILED(factory->CreateLabel(window, 0, 0, 1, 1, 10, nullptr, label.put())));
+        CHECK(FAILED(factory->CreateProgressBar(window, 0, 0, 1, 1, bar.put())));
+        CHECK(FAILED(factory->CreateButton(window, 0, 0, 1, 1, 10, nullptr, button.put())));
+        CHECK_FALSE((label || bar || button));
+    }
+    CHECK_THROWS_AS(get(factory, &IKelosStandardControls::CreateProgressBar, 0L, 0L, 0L, 1L, 1L),
+                    automation::Error);
+}
+
+TEST_CASE_FIXTURE(ComFixture, "a text box counts both characters of a line end") {
+    const Editor box{create<IDispatch>(L"Kelos.TextBox")};
+    CHECK(box.object.try_as<IKelosTextBox>());
+    CHECK(box.text().empty());
+    const std::wstring script = L"Sub DoVex()\r\n  x = 1\r\nEnd Sub";
+    box.set_text(script);
+    CHECK(box.text() == script);
+    CHECK(box.selection() == Selected{0, 0});
+    box.select(13, 9);
+    CHECK(box.selection() == Selected{13, 9});
+    CHECK(script.substr(13, 9) == L"  x = 1\r\n");
+    // Setting the start makes the selection empty; what lies behind the text ends with it.
+    box.set_number(L"SelStart", 5);
+    CHECK(box.selection() == Selected{5, 0});
+    box.select(22, 1000);
+    CHECK(box.selection() == Selected{22, 7});
+    box.set_number(L"SelLength", std::numeric_limits<long>::max());
+    CHECK(box.selection() == Selected{22, 7});
+    CHECK_THROWS_AS(box.set_number(L"SelStart", -1), automation::Error);
+    CHECK_THROWS_AS(box.set_number(L"SelLength", -1), automation::Error);
+
+    // More than the control's own messages can say in 16 bits, and more than its usual limit.
+    std::wstring large;
+    for (int line = 0; line < 10000; ++line)
+        large += L"x = " + std::to_wstring(line) + L"\r\n";
+    box.set_text(large);
+    CHECK(box.text() == large);
+    box.select(80000, 5);
+    CHECK(box.selection() == Selected{80000, 5});
+}
+
+TEST_CASE_FIXTURE(ComFixture, "a script editor finds lines and keeps the text as it was given") {
+    auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
+    const auto editor = get(control, &IHostKitScriptControl::get_Object);
+    const Editor edit{
+        automation::object_as<IDispatch>(automation::get_property(control.get(), L"Object"))};
+    CHECK_FALSE(edit.object.try_as<IKelosTextBox>());
+    CHECK(automation::same_object(edit.object.get(), editor.get()));
+    control.reset();
+
+    // The long line is wider than any window.
+    const std::wstring line(3000, L'y');
+    const std::wstring script = L"Sub DoVex()\r\n  x = 1\r\n\r\n" + line + L"\r\nEnd Sub";
+    edit.set_text(script);
+    CHECK(edit.text() == script);
+    const auto position = [&](long number) {
+        return get(editor, &IKelosScriptEditor::LinePosition, number);
+    };
+    const auto length = [&](long at) { return get(editor, &IKelosScriptEditor::LineLength, at); };
+    // A line end is one character here.
+    CHECK(position(1) == 0);
+    CHECK(position(2) == 12);
+    CHECK(position(3) == 20);
+    CHECK(position(4) == 21);
+    CHECK(position(5) == 3022);
+    CHECK(position(6) == -1);
+    CHECK(position(0) == -1);
+    CHECK(position(-1) == -1);
+    CHECK(length(position(1)) == 11);
+    CHECK(length(position(2)) == 7);
+    CHECK(length(position(2) + 3) == 7);
+    CHECK(length(position(3)) == 0);
+    CHECK(length(position(4)) == 3000);
+    CHECK(length(position(5)) == 7);
+
+    edit.select(12, 7);
+    CHECK(edit.selection() == Selected{12, 7});
+    edit.set_number(L"SelStart", 20);
+    CHECK(edit.selection() == Selected{20, 0});
+
+    for (const wchar_t* const text :
+         {L"", L"a\nb", L"a\r\nb\r\n", L"{\\rtf1 no markup}", L"ä\x2192"}) {
+        CAPTURE(std::wstring(text));
+        edit.set_text(text);
+        CHECK(edit.text() == text);
+    }
+    // What a user writes into it counts from then on.
+    edit.set_text(L"one\r\nthree");
+    edit.set_number(L"SelStart", 4);
+    SendMessageW(window_of(edit.object.get()), EM_REPLACESEL, FALSE,
+                 reinterpret_cast<LPARAM>(L"two\r"));
+    CHECK(edit.text() == L"one\r\ntwo\r\nthree");
+    CHECK(position(3) == 8);
+}
+
+TEST_CASE_FIXTURE(ControlsFixture, "the service gives controls the keyboard") {
+    const Parent parent;
+    const auto abort = button(parent);
+    const auto box = create<IKelosTextBox>(L"Kelos.TextBox");
+    const auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
+    const auto editor = get(control, &IHostKitScriptControl::get_Object);
+    const auto focused = [&](IDispatch* object) {
+        SetFocus(nullptr);
+        call(service(), &IHostKitService::FocusControl, object);
+        return GetFocus() == window_of(object);
+    };
+    CHECK(focused(abort.get()));
+    CHECK(focused(box.get()));
+    CHECK(focused(control.get()));
+    CHECK(focused(editor.get()));
+
+    SetFocus(nullptr);
+    const auto wrapper =
+        get(service(), &IHostKitService::get_ControlWrapper, static_cast<IDispatch*>(abort.get()));
+    call(wrapper, &IKelosControlWrapper::Activate);
+    CHECK(GetFocus() == window_of(abort.get()));
+
+    // Objects without a window are left alone; nothing is not even an object.
+    const auto bare = make_object();
+    CHECK(service()->FocusControl(bare->dispatch()) == S_OK);
+    CHECK(FAILED(service()->FocusControl(nullptr)));
+    CHECK(message_count() + error_count() == 0);
+}
+
+namespace {
+
+class FocusEvents : public hostkit::PlainObject<IKelosWpfBridgeEvents> {
+  public:
+    int count = 0;
+
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                        UINT*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP WPFGotFocus() override {
+        ++count;
+        return S_OK;
+    }
+};
+
+}  // namespace
+
+TEST_CASE_FIXTURE(ComFixture, "a bridge is moved, tells of the focus, and is shut down once") {
+    const auto bridge = create<IHostKitWpfBridge>(L"Kelos.WpfBridge");
+    const auto events = hostkit::make_plain<FocusEvents>();
+    call(bridge, &IHostKitWpfBridge::Move, 1L, 2L, 300L, 40L);
+    CHECK(get(bridge, &IHostKitWpfBridge::get_Left) == 1);
+    CHECK(get(bridge, &IHostKitWpfBridge::get_Top) == 2);
+    CHECK(get(bridge, &IHostKitWpfBridge::get_Width) == 300);
+    CHECK(get(bridge, &IHostKitWpfBridge::get_Height) == 40);
+
+    call(bridge, &IHostKitWpfBridge::GainFocus);
+    call(bridge, &IHostKitWpfBridge::putref_Events,
+         static_cast<IKelosWpfBridgeEvents*>(events.get()));
+    call(bridge, &IHostKitWpfBridge::GainFocus);
+    CHECK(events->count == 1);
+
+    call(bridge, &IHostKitWpfBridge::Shutdown);
+    CHECK(get(bridge, &IHostKitWpfBridge::get_Ended) == VARIANT_TRUE);
+    CHECK(reference_count(events.get()) == 1);
+    CHECK(FAILED(bridge->Move(0, 0, 0, 0)));
+    CHECK(FAILED(bridge->Shutdown()));
+    CHECK(bridge->putref_Events(nullptr) == S_OK);
+}

@@ -1,0 +1,253 @@
+// What the kit says about project files that it cannot use.
+#include "hostkit/literal_project.h"
+
+using namespace test;
+
+namespace {
+
+// The sentence behind the file's path.
+std::wstring problem_of(const std::string& bytes) {
+    const TemporaryFile file(bytes);
+    const auto kit = create<IHostKit>(L"Kelos.HostKit");
+    const std::wstring error =
+        error_of([&] { get(kit, &IHostKit::Open, Bstr(file.path()).get()); });
+    if (error.empty()) return error;
+    REQUIRE(error.starts_with(file.path()));
+    return error.substr(file.path().size());
+}
+
+std::string in_project(const std::string& content) {
+    return project_text("<project name='W' type='project' current='yes'>\n" + content +
+                        "\n</project>");
+}
+
+struct Faulty {
+    const char* text;
+    const wchar_t* problem;
+};
+
+}  // namespace
+
+TEST_CASE_FIXTURE(ComFixture, "a malformed file is refused with its line") {
+    const Faulty files[] = {
+        {"", L": the file is empty"},
+        {"<!-- only a comment -->", L", line 1: the file ends too early"},
+        {"<a>\n<b>\n</a>", L", line 3: an end tag does not match its start tag"},
+        {"<a>\n<b>\n", L", line 2: <b> has no end tag"},
+        {"<a>\n<b c=1/></a>", L", line 2: an attribute's value is not in quotation marks"},
+        {"<a>\n<b c='1'\n c='2'/></a>", L", line 3: an attribute stands twice"},
+        {"<a>\n<b c='1<2'/></a>", L", line 2: there is a \"<\" where none may be"},
+        {"<!DOCTYPE a [<!ENTITY e 'x'>]>\n<a>&e;</a>",
+         L", line 1: there is a document type declaration"},
+        {"<a/>",
+         L", line 1: this is no project file: its root element is not "
+         L"<kelos-project-file>"},
+        {"<kelos-project-file version='2'/>",
+         L", line 1: this version of project files is not known"},
+    };
+    for (const Faulty& file : files) {
+        CAPTURE(file.text);
+        CHECK(problem_of(file.text) == file.problem);
+    }
+}
+
+TEST_CASE_FIXTURE(ComFixture, "a file that is not there is refused with its name") {
+    const auto kit = create<IHostKit>(L"Kelos.HostKit");
+    try {
+        get(kit, &IHostKit::Open, Bstr(L"no such file.xml").get());
+        FAIL("opened");
+    } catch (const automation::Error& error) {
+        CHECK(error.code() == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+        CHECK(error.description().view() == L"The file \"no such file.xml\" cannot be opened");
+    }
+}
+
+TEST_CASE_FIXTURE(ComFixture, "what a project file may not say is refused with its line") {
+    // The content is line 4 of the file.
+    const Faulty contents[] = {
+        {"<object type='pump' name='P' colour='red'/>",
+         L", line 4: <object> has no attribute \"colour\""},
+        {"<thing/>", L", line 4: <thing> may not stand inside <project>"},
+        {"<object type='pump'/>", L", line 4: the attribute \"name\" is missing"},
+        {"<object type='pump' name=''/>", L", line 4: a name may not be empty"},
+        {"<object type='pump' name='a|b'/>", L", line 4: a name may not contain \"|\""},
+        {"<object type='fan' name='P'/>", L", line 4: there is no system type \"fan\""},
+        {"<object type='pump' name='P'/>\n<object type='pump' name='P'/>",
+         L", line 5: there is a second object \"W|P\""},
+        {"<object type='pump' name='P' uid='1'/>\n<object type='pump' name='Q' uid='1'/>",
+         L", line 5: there is a second object of its type with the identifier \"1\""},
+        {"<attribute name='A' type='double' value='1,5'/>",
+         L", line 4: \"1,5\" is no value of the type that is asked for"},
+        {"<attribute name='A' type='date' value='2026-02-30'/>",
+         L", line 4: \"2026-02-30\" is no value of the type that is asked for"},
+        {"<attribute name='A' type='colour'/>", L", line 4: there is no value type \"colour\""},
+        {"<attribute name='A' unit='PRESSURE.bar'/>",
+         L", line 4: there is no unit \"PRESSURE.bar\""},
+        {"<attribute name='A' list='Modes'/>", L", line 4: there is no value list \"Modes\""},
+        {"<attribute name='A'/>\n<attribute name='A'/>",
+         L", line 5: there is a second attribute \"A\""},
+        {"<attribute name='A' type='long' value='1'>\n"
+         "<translation language='English' value='one'/></attribute>",
+         L", line 5: <translation> has no attribute \"value\""},
+        {"<translation language='Dansk' description='x'/>",
+         L", line 4: there is no language \"Dansk\""},
+        {"<rights user='otto' mask='1'/>", L", line 4: there is no user \"otto\""},
+        {"<rights user='anna' mask='all'/>",
+         L", line 4: \"all\" is not a whole number, which \"mask\" must be"},
+        {"<shows object='W'/>", L", line 4: <shows> may stand inside <document> only"},
+        {"<document name='D'><shows object='Q'/></document>",
+         L", line 4: there is no object \"Q\""},
+        {"<document name='D' owner='Q'/>", L", line 4: there is no object \"Q\""},
+        {"<document name='D' query='Q'/>", L", line 4: there is no query \"Q\""},
+        {"<mapping/>", L", line 4: <mapping> may stand inside <object> only"},
+        {"<object type='area' name='M'><mapping><rows>\n<row cell='A1' object='Q'/>"
+         "</rows></mapping></object>",
+         L", line 5: there is no object \"Q\""},
+        {"<object type='area' name='M'><mapping><rows object='M'>\n<row cell='A1' attribute='x.y'/>"
+         "</rows></mapping></object>",
+         L", line 5: \"W|M\" has no attribute \"x.y\""},
+    };
+    for (const Faulty& content : contents) {
+        CAPTURE(content.text);
+        CHECK(problem_of(in_project(content.text)) == content.problem);
+    }
+}
+
+TEST_CASE_FIXTURE(ComFixture, "what a query may not say is refused") {
+    const Faulty queries[] = {
+        {"<query/>", L"the query has no name"},
+        {"<query name='Q'/><query name='q'/>", L"there is a second query \"q\""},
+        {"<query name='Q'><column name='C' property='Colour'/></query>",
+         L"there is no property \"Colour\""},
+        {"<query name='Q'><column name='C' property='Name' unit='BAR'/></query>",
+         L"there is no unit \"BAR\""},
+        {"<query name='Q'><row><cell/></row></query>", L"there are more cells than columns"},
+        {"<query name='Q'><row/><select/></query>",
+         L"the rows of a query come from one source only"},
+        {"<query name='Q'><generate rows='2'/><row/></query>",
+         L"the rows of a query come from one source only"},
+        {"<query name='Q'><generate rows='-1'/></query>", L"the number of rows is negative"},
+        {"<query name='Q'><select recursive='yes'><query/></select></query>",
+         L"a selection nests one query only"},
+        {"<query name='Q'><select levels='two'/></query>",
+         L"\"levels\" is neither \"all\" nor \"direct\""},
+    };
+    for (const Faulty& query : queries) {
+        CAPTURE(query.text);
+        const std::string text =
+            project_text("<project name='W' type='project' current='yes'/>", query.text);
+        CHECK(problem_of(text) == std::wstring(L", line 3: ") + query.problem);
+    }
+}
+
+TEST_CASE_FIXTURE(ComFixture, "file text of every script survives: UTF-8 with and without mark") {
+    for (const char* const mark : {"", "\xEF\xBB\xBF"}) {
+        const TemporaryFile file(
+            mark + in_project("<object type='area' name='Größe 木 \xF0\x9D\x84\x9E'/>"));
+        const auto kit = create<IHostKit>(L"Kelos.HostKit");
+        get(kit, &IHostKit::Open, Bstr(file.path()).get());
+        CHECK(get(kit, &IHostKit::get_Object, Bstr(L"Gr\u00F6\u00DFe \u6728 \U0001D11E").get()));
+    }
+}
+
+TEST_CASE("a stored script has its lines, without the file's indentation") {
+    const LiteralProject project(
+        "<project name='W' type='project' current='yes'>"
+        "<document name='Empty'><script>\r\n    Sub DoVex()\r\n    End Sub\r\n</script></document>"
+        "<document name='Lines'><script marker='x'><![CDATA[\n\n  Sub DoVex()\n\n      a = \"<&\"\n"
+        "  End Sub]]></script></document></project>");
+    const auto script = [&](const wchar_t* name) {
+        const auto document = get(project.kit, &IHostKit::get_Document, Bstr(name).get());
+        const auto attribute =
+            get(document, &IKelosObject::AttributeByFullName, Bstr(L"Vex").get());
+        return std::wstring(get(attribute, &IKelosAttribute::get_Value, 1L).text()) + L"|" +
+               get(attribute, &IKelosAttribute::get_Marker).str();
+    };
+    CHECK(script(L"Empty") == L"Sub DoVex()\r\nEnd Sub|~");
+    CHECK(script(L"Lines") == L"Sub DoVex()\r\n\r\n    a = \"<&\"\r\nEnd Sub|x");
+}
+
+TEST_CASE("a document gives what it shows, whom it belongs to and its named entries") {
+    const LiteralProject project(R"(
+<project name='W' type='project' current='yes'>
+  <object type='area' name='A'><object type='pump' name='P'/></object>
+  <document name='Plan' type-text='T' sub-type-text='7' owner='A' delegate='A|P'>
+    <shows object='A|P'/>
+    <object type='area' name='Own'/>
+    <entry name='@ReportObject' object='A'/>
+    <entry name='@Nothing'/>
+  </document>
+</project>)");
+    const auto plan = get(project.kit, &IHostKit::get_Document, Bstr(L"PLAN").get());
+    const auto name = [](const ComPtr<IKelosObject>& object) {
+        return get(object, &IKelosObject::get_PathFullName, static_cast<IKelosProject*>(nullptr))
+            .str();
+    };
+    const auto objects = get(plan, &IKelosDocument::get_Objects);
+    const auto entries = get(plan, &IKelosDocument::get_NamedEntries);
+    const auto entry = [&](const wchar_t* wanted) {
+        return get(entries, &IKelosNamedEntries::get_Item, Bstr(wanted).get());
+    };
+    CHECK(name(get(objects, &IKelosObjects::get_Item, 1L)) == L"W|A|P");
+    CHECK(name(get(objects, &IKelosObjects::get_Item, 2L)) == L"W|Plan|Own");
+    CHECK(name(get(plan, &IKelosDocument::get_Owner)) == L"W|A");
+    CHECK(name(get(plan, &IKelosDocument::get_Delegate)) == L"W|A|P");
+    CHECK(get(plan, &IKelosDocument::get_TypeText).view() == L"T");
+    CHECK_FALSE(get(plan, &IKelosDocument::get_QueryContainer));
+    CHECK(get(entries, &IKelosNamedEntries::get_Count) == 2);
+    CHECK(name(get(entry(L"@ReportObject"), &IKelosNamedEntry::get_Object)) == L"W|A");
+    CHECK_FALSE(get(entry(L"@Nothing"), &IKelosNamedEntry::get_Object));
+    CHECK_FALSE(entry(L"@reportobject"));
+}
+
+TEST_CASE("rows of a mapping table stand in file order, generated ones counted on") {
+    const LiteralProject project(R"(
+<project name='W' type='project' current='yes'>
+  <object type='area' name='A'><attribute name='x.y' type='double' value='1'/></object>
+  <object type='area' name='T'>
+    <mapping>
+      <rows sheet='S' object='A'>
+        <row cell='A1' property='Name' io='I'/>
+        <generate rows='3' from='10'>
+          <row cell='B{row}' attribute='x.y' property='Value' index='2' unit='bar'/>
+          <row cell='C{row}' value='Row {row}' io='O'/>
+        </generate>
+        <row cell='A2' value='1.5' type='double'/>
+      </rows>
+      <rows>
+        <row target='' io='I'/>
+        <row target='X!A1!{row}' value=''/>
+      </rows>
+    </mapping>
+  </object>
+</project>)");
+    const auto object = project.object(L"T");
+    const auto table =
+        automation::object_as<IKelosMappingTable>(automation::get_property(object.get(), L"XObj"));
+    REQUIRE(table);
+    CHECK(automation::same_object(table.get(), object.as<IKelosMappingTable>().get()));
+    // A script may ask the table or the object that carries it.
+    const Variant second(2L);
+    for (IDispatch* const asked :
+         {static_cast<IDispatch*>(table.get()), static_cast<IDispatch*>(object.get())})
+        CHECK(automation::get_property(asked, L"Target", {second}).text() == L"S!B10");
+
+    const wchar_t* const targets[] = {L"S!A1",  L"S!B10", L"S!C10", L"S!B11", L"S!C11",
+                                      L"S!B12", L"S!C12", L"S!A2",  L"",      L"X!A1!{row}"};
+    REQUIRE(get(table, &IKelosMappingTable::GetCount) == 10);
+    for (long row = 1; row <= 10; ++row)
+        CHECK(get(table, &IKelosMappingTable::get_Target, row).view() == targets[row - 1]);
+    CHECK(get(table, &IKelosMappingTable::get_Value, 7L).text() == L"Row 12");
+    CHECK(get(table, &IKelosMappingTable::get_Value, 8L).vt == VT_R8);
+    CHECK(get(table, &IKelosMappingTable::get_Value, 9L).vt == VT_EMPTY);
+    CHECK(get(table, &IKelosMappingTable::get_SourceIndex, 2L).vt == VT_I4);
+    CHECK(get(table, &IKelosMappingTable::get_SourceIndex, 1L).vt == VT_EMPTY);
+    CHECK(get(table, &IKelosMappingTable::get_UNIT, 6L).view() == L"bar");
+    CHECK(get(table, &IKelosMappingTable::get_IO, 1L).view() == L"I");
+    CHECK(get(table, &IKelosMappingTable::get_SourceObject, 6L));
+    for (const long without : {3L, 8L, 9L, 10L})
+        CHECK_FALSE(get(table, &IKelosMappingTable::get_SourceObject, without));
+    for (const long beyond : {0L, -1L, 11L})
+        CHECK(error_of([&] { get(table, &IKelosMappingTable::get_Target, beyond); }) ==
+              L"Subscript out of range");
+}

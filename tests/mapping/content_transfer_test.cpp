@@ -1,0 +1,350 @@
+// The global mapping object on the small project: what a row of each kind records.
+
+#include "mapping/sc_global.h"
+#include "support/content_text.h"
+
+using automation::Bstr;
+using automation::call;
+using automation::ComPtr;
+using automation::get;
+using automation::Variant;
+
+using test::data;
+using test::item;
+using test::ProjectFixture;
+
+namespace {
+
+class MappingFixture : public ProjectFixture {
+  public:
+    ComPtr<tessera::SCGlobal> global = automation::make<tessera::SCGlobal>();
+
+    struct Row {
+        const wchar_t* pointer = L"S!A1";
+        const wchar_t* property = L"Name";
+        Variant parameter{};
+        const wchar_t* unit = L"";
+        const wchar_t* mode = L"";
+        bool all_numeric = false;
+        bool stay_empty = false;
+    };
+    void content(const ComPtr<IKelosObject>& object, const Row& row) {
+        global->Content(Bstr(row.pointer).get(), object.get(), Bstr(row.property).get(),
+                        row.parameter, Bstr(row.unit).get(), Bstr(row.mode).get(),
+                        row.all_numeric ? VARIANT_TRUE : VARIANT_FALSE,
+                        row.stay_empty ? VARIANT_TRUE : VARIANT_FALSE);
+    }
+    void content_fix(const wchar_t* pointer, const Variant& value) {
+        global->ContentFix(Bstr(pointer).get(), value, VARIANT_TRUE, VARIANT_FALSE);
+    }
+    ComPtr<IKelosObject> pump() { return object(L"Anlage|Pumpe"); }
+    ComPtr<IKelosObject> attribute(const wchar_t* name) {
+        return get(pump(), &IKelosObject::AttributeByFullName, Bstr(name).get());
+    }
+    std::vector<tessera::dom::Node> contents() {
+        return test::contents_of(get(global->contents_root(), &IXMLDOMNode::get_ownerDocument));
+    }
+    tessera::dom::Node last() {
+        const auto all = contents();
+        REQUIRE_FALSE(all.empty());
+        return all.back();
+    }
+    std::wstring properties(const tessera::dom::Node& node) {
+        return data(node, L"Property", L"GetName") + L"|" + data(node, L"Property", L"SetName") +
+               L"|" + data(node, L"Property", L"QDefProperty");
+    }
+};
+
+}  // namespace
+
+TEST_CASE_FIXTURE(MappingFixture, "a row records object, position, property, value and direction") {
+    content(pump(), {.pointer = L"Blatt!B7",
+                     .property = L"description",
+                     .mode = L"O",
+                     .all_numeric = true,
+                     .stay_empty = true});
+    const auto node = last();
+    CHECK(data(node, L"KelosObject", L"SystemUID") == L"P1");
+    CHECK(data(node, L"KelosObject", L"PathFullName") == L"Anlage|Pumpe");
+    CHECK(data(node, L"Document", L"Pointer") == L"Blatt!B7");
+    CHECK(properties(node) == L"description|description|1");  // the caller's spelling
+    CHECK(data(node, L"Value", L"IOMode") == L"O");
+    CHECK(data(node, L"Value", L"AllValuesNumeric") == L"-1");
+    CHECK(data(node, L"Value", L"EmptyNumericValueStayEmpty") == L"-1");
+    CHECK(item(node, L"Value", L"KelosValue") == L"Empty:");
+    CHECK(item(node, L"Value", L"LCID") == L"Integer:1031");
+    CHECK(test::values(node) == L"1031 Kreiselpumpe=Kreiselpumpe");
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(MappingFixture,
+                  "every known name selects its constant and its way back, in any case") {
+    struct Expected {
+        const wchar_t* name;
+        const wchar_t* set_name;
+        int constant;
+    };
+    constexpr const wchar_t* same = nullptr;
+    constexpr Expected expected[] = {
+        {L"Description", same, 1},
+        {L"Description2", same, 6},
+        {L"Description3", same, 7},
+        {L"Name", same, 2},
+        {L"FullName", L"", 3},
+        {L"SystemFullName", L"", 4},
+        {L"NestedName", L"", 5},
+        {L"Label", same, 10},
+        {L"FullLabel", L"", 11},
+        {L"SignedLabel", L"", 13},
+        {L"AliasFullLabel", L"", 20},
+        {L"AliasSignedLabel", L"", 22},
+        {L"DisplayValue", same, 30},
+        {L"GetDisplayXValue", L"SetXValue", 31},
+        {L"Value", same, 32},
+        {L"GetXValue", L"SetXValue", 33},
+        {L"ProductValue", L"", 34},
+        {L"GetStatus", L"", 40},
+        {L"GetInternationalDescription", L"SetInternationalDescription", 50},
+        {L"GetInternationalDescription2", L"SetInternationalDescription2", 52},
+        {L"GetInternationalDescription3", L"SetInternationalDescription3", 53},
+        {L"GetInternationalValue", L"SetInternationalValue", 51},
+        {L"GetInternationalXValue", L"SetInternationalXValue", 54},
+        {L"Login", L"", 60},
+        {L"FileName", same, 61},
+    };
+    for (const Expected& row : expected) {
+        std::wstring spelled = row.name;
+        for (int round = 0; round < 2; ++round) {
+            content(pump(), {.property = spelled.c_str()});
+            // Setting the read name fills the empty write name, so that it is never empty here.
+            const std::wstring set_name =
+                row.set_name == same || !*row.set_name ? spelled : row.set_name;
+            CHECK(properties(last()) ==
+                  spelled + L"|" + set_name + L"|" + std::to_wstring(row.constant));
+            CharUpperW(spelled.data());
+        }
+    }
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "a number is a property constant, whose name is the way back") {
+    content(attribute(L"Process.Pressure"), {.property = L"32"});
+    CHECK(properties(last()) == L"32|Value|32");
+    CHECK(test::values(last()) == L"1031 2.5=2,5");
+    content(pump(), {.property = L"1E1"});
+    CHECK(properties(last()) == L"1E1|Label|10");
+    CHECK(error_count() == 0);
+    content(pump(), {.property = L"99999999999"});
+    CHECK(error(1) == L"Tessera.SCGlobal|Public Sub 'Content'");
+    CHECK(error_code(1) == DISP_E_OVERFLOW);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "units are given by label, or taken from the attribute") {
+    const auto pressure = attribute(L"Process.Pressure");
+    const auto unit_of = [&](const wchar_t* label) {
+        content(pressure, {.property = L"Value", .unit = label});
+        return data(last(), L"Property", L"PhysUnit") + L" " + test::values(last());
+    };
+    CHECK(unit_of(L"") == L" 1031 2.5=2,5");
+    CHECK(unit_of(L" mbar ") == L"PRESSURE.MBAR 1031 2500=2500");
+    CHECK(unit_of(L"PA").starts_with(L"PRESSURE.PAUPPER "));  // exact beats the first match
+    CHECK(unit_of(L"pa").starts_with(L"PRESSURE.PA "));
+    CHECK(unit_of(L"MBAR").starts_with(L"PRESSURE.MBAR "));
+    CHECK(unit_of(L"furlong") == L" 1031 2.5=2,5");
+    CHECK(unit_of(L"  ") == L"PRESSURE.BAR 1031 2.5=2,5");  // the attribute's own
+    content(pump(), {.property = L"Name", .unit = L"bar"});  // no attribute: no unit
+    CHECK(data(last(), L"Property", L"PhysUnit") == L"");
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "the parameter chooses value and language") {
+    content(attribute(L"Build.Note"), {.property = L"GetXValue", .parameter = Variant(2L)});
+    CHECK(test::values(last()) == L"1031 Zeile 2=Zeile 2");
+    CHECK(item(last(), L"Property", L"GetParameter") == L"Long:2");
+    CHECK(item(last(), L"Property", L"SetParameter") == L"Long:2");
+    content(pump(), {.property = L"GetInternationalDescription", .parameter = Variant(L"2")});
+    CHECK(test::values(last()) == L"1033 Centrifugal pump=Centrifugal pump");
+    CHECK(data(last(), L"Value", L"LCID") == L"1033");
+    content(pump(), {.property = L"GetInternationalDescription", .parameter = Variant(L"7")});
+    CHECK(data(last(), L"Value", L"LCID") == L"1031");  // there is no seventh language
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "value lists come with all their values and the presentation") {
+    content(attribute(L"Build.Material"), {.property = L"DisplayValue"});
+    CHECK(test::values(last()).find(L"Stahl") != std::wstring::npos);
+    CHECK(test::values(last()).find(L"Guss") != std::wstring::npos);
+    const auto presentation = tessera::dom::child_named(last(), L"Presentation");
+    CHECK(tessera::dom::attribute(presentation, L"Data").text() == std::to_wstring(kprComboBox));
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "everything else is an expression on the object") {
+    content(pump(), {.property = L"Label", .mode = L"O"});
+    content(pump(), {.property = L" Label & \"/\" & \"x\" ",
+                     .unit = L"bar",
+                     .mode = L"O",
+                     .all_numeric = true});
+    const auto node = last();
+    CHECK(item(node, L"Value", L"KelosValue") == L"String:P-101/x");
+    CHECK(data(node, L"Value", L"IOMode") == L"");
+    CHECK(data(node, L"Value", L"AllValuesNumeric") == L"0");
+    CHECK(data(node, L"Property", L"PhysUnit") == L"");
+    CHECK(data(node, L"Property", L"QDefProperty") == L"0");
+    content(pump(), {.property = L"AttributeText", .parameter = Variant(L"\"Build.Note\"")});
+    CHECK(item(last(), L"Value", L"KelosValue") == L"String:Zeile 1");
+    CHECK(error_count() == 0);
+    content(pump(), {.property = L"NoSuchMember"});
+    CHECK(item(last(), L"Value", L"KelosValue") == L"String:<< Error >>");
+    CHECK(error(1) == L"Tessera.PropByName|Public Function 'EvalExpression'");
+    CHECK(error_count() == 1);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "a direction of blanks is both ways") {
+    const auto mode_of = [&](const wchar_t* mode) {
+        content(pump(), {.mode = mode});
+        return data(last(), L"Value", L"IOMode");
+    };
+    CHECK(mode_of(L"") == L"IO");
+    CHECK(mode_of(L"  ") == L"IO");
+    CHECK(mode_of(L"I") == L"I");
+    CHECK(mode_of(L" O ") == L" O ");
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "no position, nothing recorded") {
+    content(pump(), {.pointer = L""});
+    content_fix(L"", Variant(L"x"));
+    CHECK(contents().empty());
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "no object is an error of the row, and the next row goes on") {
+    content({}, {});
+    CHECK(error(1) == L"Tessera.SCGlobal|Public Sub 'Content'");
+    CHECK(error_code(1) == automation::error_object_variable_not_set);
+    Variant null;
+    null.vt = VT_NULL;
+    content(pump(), {.parameter = null});
+    CHECK(error_code(2) == automation::error_invalid_use_of_null);
+    CHECK(contents().empty());
+    content(pump(), {});
+    CHECK(contents().size() == 1);
+    CHECK(error_count() == 2);
+}
+
+TEST_CASE_FIXTURE(MappingFixture,
+                  "wherever the host fails, the row's item is not built or complete") {
+    const auto source = pump();
+    content(source, {.property = L"Description"});  // creates what is kept between rows
+    call(kit, &IHostKit::FailCall, 0L, 0L);
+    content(source, {.property = L"Description"});
+    const long calls = get(kit, &IHostKit::get_CountedCalls);
+    REQUIRE(calls > 10);
+    for (long failing = 1; failing <= calls; ++failing) {
+        CAPTURE(failing);
+        call(service(), &IHostKitService::Clear);
+        const std::size_t before = contents().size();
+        call(kit, &IHostKit::FailCall, failing, static_cast<long>(E_ACCESSDENIED));
+        content(source, {.property = L"Description"});
+        CHECK(error_count() == 1);
+        CHECK(error_code(1) == E_ACCESSDENIED);
+        const bool by_row = error(1) == L"Tessera.SCGlobal|Public Sub 'Content'";
+        CHECK(contents().size() == before + (by_row ? 0 : 1));
+    }
+    call(kit, &IHostKit::FailCall, 0L, 0L);
+    const std::size_t before = contents().size();
+    content(source, {.property = L"Description"});
+    CHECK(contents().size() == before + 1);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "a query document is expanded cell by cell, both ways") {
+    content(document(L"Liste"),
+            {.pointer = L"Q!Y5", .property = L"ignored", .mode = L"O", .all_numeric = true});
+    std::wstring cells;
+    for (const auto& node : contents())
+        cells += data(node, L"Document", L"Pointer") + L" " + data(node, L"Property", L"GetName") +
+                 L" " + data(node, L"Value", L"IOMode") + L" " +
+                 data(node, L"Property", L"PhysUnit") + L" " + test::values(node) + L"\n";
+    // The hidden column keeps its place; a missing cell is passed over.
+    CHECK(cells ==
+          L"Q!Y5 Name IO  1031 Pumpe=Pumpe\n"
+          L"Q!Y6 Name IO  1031 Anlage=Anlage\n"
+          L"Q!AA5 Value IO PRESSURE.MBAR 1031 2500=2500\n");
+    CHECK(data(last(), L"Value", L"AllValuesNumeric") == L"-1");
+    CHECK(error_count() == 0);
+    content(document(L"Liste"), {.pointer = L"no pointer"});
+    CHECK(error(1) == L"Tessera.SCGlobal|Private Function 'SplitExDocP'");
+    CHECK(contents().size() == 3);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "a fixed value is output in the project's language") {
+    global->set_document(document(L"Leer"));
+    content_fix(L"S!A1", Variant(L"a\r\nb"));
+    const auto node = last();
+    CHECK(item(node, L"Value", L"KelosValue") == L"String:a\nb");
+    CHECK(data(node, L"Value", L"IOMode") == L"O");
+    CHECK(data(node, L"Value", L"LCID") == L"1031");
+    CHECK(data(node, L"Value", L"AllValuesNumeric") == L"-1");
+    CHECK(data(node, L"Property", L"GetName") == L"");
+    CHECK(data(node, L"KelosObject", L"SystemUID") == L"");
+    content_fix(L"S!A1", Variant(pump().get()));  // objects are no fixed values
+    CHECK(contents().size() == 1);
+    CHECK(error_count() == 0);
+    global->set_document({});
+    content_fix(L"S!A1", Variant(1L));
+    CHECK(error(1) == L"Tessera.SCGlobal|Public Sub 'ContentFix'");
+    CHECK(contents().size() == 1);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "the context answers what a script asks for") {
+    const auto global_ = global->main_pointer();
+    CHECK_FALSE(get(global_, &ITesseraSCGlobal::get_Project));
+    CHECK_FALSE(get(global_, &ITesseraSCGlobal::get_ReportObject));
+    global->set_workset(workset);
+    CHECK(get(global_, &ITesseraSCGlobal::get_Project));
+    global->set_document(document(L"Datenblatt"));
+    CHECK(trace(1) == L"Set mDocument = vNewValue");
+    CHECK(get(global_, &ITesseraSCGlobal::get_MappingTableExcel));
+    const auto uid = [](const ComPtr<IKelosObject>& found) {
+        return get(found, &IKelosObject::get_SystemUID).str();
+    };
+    CHECK(uid(get(global_, &ITesseraSCGlobal::get_ReportObject)) == L"P1");
+    global->set_document(document(L"Leer"));
+    CHECK(uid(get(global_, &ITesseraSCGlobal::get_ReportObject)) == L"A1");  // the owner
+    CHECK_FALSE(get(global_, &ITesseraSCGlobal::get_MappingTableExcel));
+    CHECK(get(global_, &ITesseraSCGlobal::ExcelABC, 703L).view() == L"AAA");
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "a document whose table fails to answer is passed over") {
+    const auto with_table = document(L"Datenblatt");
+    call(kit, &IHostKit::FailCall, 0L, 0L);
+    global->set_document(with_table);
+    const long calls = get(kit, &IHostKit::get_CountedCalls);
+    for (long failing = 1; failing <= calls; ++failing) {
+        call(kit, &IHostKit::FailCall, failing, static_cast<long>(E_FAIL));
+        global->set_document(with_table);
+        CHECK(error_count() <= 1);
+        if (error_count() == 1)
+            CHECK(error(1) == L"Tessera.SCGlobal|Private sub 'SetMappingTable'");
+        call(service(), &IHostKitService::Clear);
+    }
+}
+
+TEST_CASE_FIXTURE(MappingFixture, "the options end the document, and their writing is traced") {
+    global->set_document(document(L"Datenblatt"));
+    const auto root = global->contents_root();
+    CHECK(global->contents_root() == root);
+    global->AddOptionsToXml();
+    const auto options = tessera::dom::child_named(root, L"Options");
+    const auto option = tessera::dom::child_named(options, L"AllowSheetCreation");
+    const auto attribute_of = [&](const wchar_t* name) {
+        return std::wstring(tessera::dom::attribute(option, name).text());
+    };
+    CHECK(attribute_of(L"Version") + attribute_of(L"Data") + attribute_of(L"Type") ==
+          L"1-1Boolean");
+    CHECK(trace(2).starts_with(L"XMLOptions->CreateOptionsRoot: returns <Options "));
+    CHECK(trace(3).starts_with(L"OptionMappingTable->XMLNode: returns <AllowSheetCreation "));
+    CHECK(trace(4).starts_with(L"XMLOptions->XMLNode: returns <Options "));
+    CHECK(trace(5).starts_with(L"Tessera.SCGlobal->AddOptionsToXml: updated root <Contents "));
+    CHECK(error_count() == 0);
+}

@@ -1,0 +1,108 @@
+#include "support/com_fixture.h"
+
+#include "automation/module.h"
+
+namespace {
+
+std::string utf8(std::wstring_view text) {
+    const int size = static_cast<int>(text.size());
+    std::string bytes(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), size,
+                                                                   nullptr, 0, nullptr, nullptr)),
+                      '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), static_cast<int>(bytes.size()),
+                        nullptr, nullptr);
+    return bytes;
+}
+
+}  // namespace
+
+namespace doctest {
+
+String StringMaker<std::wstring>::convert(const std::wstring& text) {
+    return ("\"" + utf8(text) + "\"").c_str();
+}
+
+String StringMaker<automation::Bstr>::convert(const automation::Bstr& text) {
+    return StringMaker<std::wstring>::convert(text.str());
+}
+
+}  // namespace doctest
+
+namespace test {
+
+ComFixture::ComFixture() : service_(create<IHostKitService>(L"Kelos.Service")) {
+    // Stands for the object through which a caller would reach the functions under test: what the
+    // component shares per thread is let go when it dies.
+    automation::object_born();
+    call(service_, &IHostKitService::Clear);
+    call(service_, &IHostKitService::put_Language, hklGerman);
+}
+
+ComFixture::~ComFixture() {
+    service_.reset();
+    automation::object_died();
+    CHECK(is_idle(L"Tessera.dll"));
+    CHECK(is_idle(L"KelosHostKit.dll"));
+    CHECK(automation::live_count() == 0);
+}
+
+long ComFixture::error_count() const {
+    return get(get(service_, &IHostKitService::get_Errors), &IHostKitErrors::get_Count);
+}
+
+long ComFixture::message_count() const {
+    return get(get(service_, &IHostKitService::get_Messages), &IHostKitMessages::get_Count);
+}
+
+std::wstring ComFixture::error(long n) const {
+    const auto errors = get(service_, &IHostKitService::get_Errors);
+    const auto item = get(errors, &IHostKitErrors::get_Item, n);
+    return get(item, &IHostKitError::get_Source).str() + L"|" +
+           get(item, &IHostKitError::get_Label).str();
+}
+
+HRESULT ComFixture::error_code(long n) const {
+    const auto errors = get(service_, &IHostKitService::get_Errors);
+    return get(get(errors, &IHostKitErrors::get_Item, n), &IHostKitError::get_Number);
+}
+
+std::wstring ComFixture::message(long n) const {
+    const auto messages = get(service_, &IHostKitService::get_Messages);
+    const auto item = get(messages, &IHostKitMessages::get_Item, n);
+    return get(item, &IHostKitMessage::get_Title).str() + L"|" +
+           std::to_wstring(get(item, &IHostKitMessage::get_Style)) + L"|" +
+           get(item, &IHostKitMessage::get_Text).str();
+}
+
+std::wstring ComFixture::trace(long n) const {
+    const auto traces = get(service_, &IHostKitService::get_Traces);
+    return get(traces, &IHostKitTraces::get_Item, n).str();
+}
+
+ProjectFixture::ProjectFixture(const wchar_t* path) : kit(create<IHostKit>(L"Kelos.HostKit")) {
+    const Bstr file(path);
+    workset = get(kit, &IHostKit::Open, file.get());
+}
+
+ComPtr<IKelosDocument> ProjectFixture::document(const wchar_t* name) const {
+    return get(kit, &IHostKit::get_Document, Bstr(name).get());
+}
+
+ComPtr<IKelosObject> ProjectFixture::object(const wchar_t* path) const {
+    return get(kit, &IHostKit::get_Object, Bstr(path).get());
+}
+
+bool is_idle(const wchar_t* dll) {
+    const HMODULE module = GetModuleHandleW(dll);
+    if (!module) return true;
+    const auto can_unload = reinterpret_cast<HRESULT(STDMETHODCALLTYPE*)()>(
+        reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
+    return can_unload && can_unload() == S_OK;
+}
+
+ULONG reference_count(IUnknown* object) {
+    object->AddRef();
+    return object->Release();
+}
+
+}  // namespace test
