@@ -33,6 +33,7 @@ struct Written {
     std::size_t count = 0;
     const wchar_t* noun = L"row";
     std::size_t replaced = 0;
+    bool is_there = true;  // false: nothing came back that could be written
     bool is_complete = false;
 };
 
@@ -54,7 +55,7 @@ class Query {
         open_output();
         course_.phase(L"reading " + arguments_.query);
         const Written written = write();
-        if (file_) file_->finish();
+        if (file_ && written.is_there) file_->finish();
         course_.close();
         return tell(written);
     }
@@ -104,9 +105,9 @@ class Query {
 
     Written write_whole(const dom::Document& document, const wchar_t* noun) {
         const dom::Node root = document ? dom::root(document) : nullptr;
-        if (!root) return {0, noun};
+        if (!root) return {0, noun, 0, false};
         const std::size_t replaced = write_document(sink(), root, encoding_name());
-        return {count_elements(root), noun, replaced, true};
+        return {count_elements(root), noun, replaced, true, true};
     }
 
     Written write_complete() {
@@ -163,21 +164,35 @@ class Query {
         return {cursor_, course_, ErrorCounter(project_.service(), arguments_.window), total};
     }
 
-    // Standard output is told about only when it does not carry the result.
+    // What failed because it was stopped is no news.
     int tell(const Written& written) {
-        const Findings findings = collect_findings(project_.service(), arguments_.window);
+        const Findings findings = course_.has_refused()
+                                      ? Findings{}
+                                      : collect_findings(project_.service(), arguments_.window);
+        // Standard output is talked on only when it does not carry the result.
         ConsoleStream& stream = file_ ? console_.out : console_.error;
-        const std::wstring count = count_of(written.count, written.noun);
-        const bool talks = !arguments_.quiet;
-        if (talks && !course_.has_refused()) tell_messages(stream, findings);
-        if (!course_.has_refused()) tell_errors(console_.error, findings, arguments_.query);
-        if (!written.is_complete)
-            console_.error.write_line(L"tessera: broken off; " + count +
-                                      (written.count == 1 ? L" was" : L" were") + L" written");
-        if (file_ && talks) stream.write_line(count + L", " + findings.counted());
-        if (talks && written.replaced > 0) stream.write_line(replaced_text(written.replaced));
-        if (file_) stream.write_line(talks ? L"written: " + *arguments_.out : *arguments_.out);
+        if (!arguments_.quiet) tell_messages(stream, findings);
+        tell_errors(console_.error, findings, arguments_.query);
+        if (!written.is_complete) tell_broken_off(written);
+        if (!arguments_.quiet) tell_summary(stream, written, findings);
+        if (file_ && written.is_there)
+            stream.write_line(arguments_.quiet ? *arguments_.out : L"written: " + *arguments_.out);
         return written.is_complete && !findings.has_errors() ? exit_success : exit_with_errors;
+    }
+
+    void tell_broken_off(const Written& written) {
+        const std::wstring count = count_of(written.count, written.noun);
+        console_.error.write_line(
+            !written.is_there ? L"tessera: no document came back; nothing was written"
+                              : L"tessera: broken off; " + count +
+                                    (written.count == 1 ? L" was" : L" were") + L" written");
+    }
+
+    void tell_summary(ConsoleStream& stream, const Written& written, const Findings& findings) {
+        if (file_ && written.is_there)
+            stream.write_line(count_of(written.count, written.noun) +
+                              (course_.has_refused() ? L"" : L", " + findings.counted()));
+        if (written.replaced > 0) stream.write_line(replaced_text(written.replaced));
     }
 
     const Arguments& arguments_;

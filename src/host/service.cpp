@@ -1,7 +1,7 @@
 #include "host/service.h"
 
 #include "automation/dispatch.h"
-#include "automation/module.h"
+#include "automation/thread_kept.h"
 #include "host/program_names.h"
 
 namespace tessera {
@@ -11,23 +11,15 @@ using automation::ComPtr;
 
 namespace {
 
-// A plain pointer: at thread exit COM may be gone, so that no destructor may run then. The hook
-// below releases it while the thread still lives.
-thread_local IKelosService* thread_service = nullptr;
-
-void release_thread_service() noexcept {
-    if (IKelosService* const service = std::exchange(thread_service, nullptr)) service->Release();
-}
+struct ServiceHolder {
+    ComPtr<IKelosService> service =
+        automation::create_object<IKelosService>(program_names::service);
+};
 
 }  // namespace
 
 ComPtr<IKelosService> host_service() {
-    if (!thread_service) {
-        automation::add_thread_idle_hook(release_thread_service);
-        auto service = automation::create_object<IKelosService>(program_names::service);
-        thread_service = service.detach();
-    }
-    return thread_service;
+    return automation::ThreadKept<ServiceHolder>::get().service;
 }
 
 Bstr translate(const wchar_t* text_key) {
