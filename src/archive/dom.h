@@ -1,23 +1,10 @@
-// The platform XML parser's document object model: identifiers that the headers lack, and the few
-// operations that the archive is made of.
+// The few operations on the platform XML parser's document object model that the archive is made
+// of.
 #pragma once
 
 #include "automation/call.h"
+#include "automation/dom_interfaces.h"
 #include "kelos.h"
-
-#ifdef __CRT_UUID_DECL
-// mingw's headers declare these interfaces without their identifiers.
-__CRT_UUID_DECL(IXMLDOMNode, 0x2933bf80, 0x7b36, 0x11d2, 0xb2, 0x0e, 0x00, 0xc0, 0x4f, 0x98, 0x3e,
-                0x60)
-__CRT_UUID_DECL(IXMLDOMDocument, 0x2933bf81, 0x7b36, 0x11d2, 0xb2, 0x0e, 0x00, 0xc0, 0x4f, 0x98,
-                0x3e, 0x60)
-__CRT_UUID_DECL(IXMLDOMNamedNodeMap, 0x2933bf83, 0x7b36, 0x11d2, 0xb2, 0x0e, 0x00, 0xc0, 0x4f, 0x98,
-                0x3e, 0x60)
-__CRT_UUID_DECL(IXMLDOMElement, 0x2933bf86, 0x7b36, 0x11d2, 0xb2, 0x0e, 0x00, 0xc0, 0x4f, 0x98,
-                0x3e, 0x60)
-__CRT_UUID_DECL(IXMLDOMProcessingInstruction, 0x2933bf89, 0x7b36, 0x11d2, 0xb2, 0x0e, 0x00, 0xc0,
-                0x4f, 0x98, 0x3e, 0x60)
-#endif
 
 namespace tessera::dom {
 
