@@ -151,7 +151,7 @@ TEST_CASE_FIXTURE(MappingFixture, "units are given by label, or taken from the a
     CHECK(unit_of(L"pa").starts_with(L"PRESSURE.PA "));
     CHECK(unit_of(L"MBAR").starts_with(L"PRESSURE.MBAR "));
     CHECK(unit_of(L"furlong") == L" 1031 2.5=2,5");
-    CHECK(unit_of(L"  ") == L"PRESSURE.BAR 1031 2.5=2,5");  // the attribute's own
+    CHECK(unit_of(L"  ") == L"PRESSURE.BAR 1031 2.5=2,5");   // the attribute's own
     content(pump(), {.property = L"Name", .unit = L"bar"});  // no attribute: no unit
     CHECK(data(last(), L"Property", L"PhysUnit") == L"");
     CHECK(error_count() == 0);

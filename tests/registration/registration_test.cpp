@@ -128,8 +128,8 @@ TEST_CASE_FIXTURE(ComFixture, "what cannot be coerced is refused before the memb
     const auto items = create<IDispatch>(L"Tessera.ValueItems");
     Variant result;
     // The platform says "type mismatch"; Wine says that there is no such interface.
-    CHECK(FAILED(
-        invoke_named(items.get(), L"Add", {L"VItem"}, {Variant(service().get())}, result)));
+    CHECK(
+        FAILED(invoke_named(items.get(), L"Add", {L"VItem"}, {Variant(service().get())}, result)));
     CHECK(invoke_named(items.get(), L"Add", {L"Index", L"VItem"},
                        {Variant(1e10), Variant(static_cast<IDispatch*>(nullptr))},
                        result) == DISP_E_OVERFLOW);
