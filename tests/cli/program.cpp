@@ -52,9 +52,14 @@ RunningProgram::RunningProgram(const fs::path& folder, const std::vector<std::ws
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdOutput = create_inherited(folder / out_name);
     start.hStdError = create_inherited(folder / error_name);
-    std::wstring line = command_line(arguments);
-    const BOOL started = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE,
-                                        creation_flags, nullptr, folder.c_str(), &start, &process_);
+    // Under Wine a start fails now and then while other processes start or end.
+    BOOL started = FALSE;
+    for (int attempt = 0; attempt < 5 && !started; ++attempt) {
+        if (attempt > 0) Sleep(200);
+        std::wstring line = command_line(arguments);
+        started = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, creation_flags,
+                                 nullptr, folder.c_str(), &start, &process_);
+    }
     CloseHandle(start.hStdOutput);
     CloseHandle(start.hStdError);
     REQUIRE(started);
