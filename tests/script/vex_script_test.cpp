@@ -159,6 +159,9 @@ TEST_CASE_FIXTURE(RunnerFixture, "an error in a plain text box's script marks it
         {L"Sub DoVex(\r\nEnd Sub", L"Sub DoVex(\r\n", 1},
         {L"Sub DoVex()\r\na = 1\r\nx = 1 / 0\r\nEnd Sub", L"x = 1 / 0\r\n", 3},
         {L"Sub DoVex()\r\nEnd Sub\r\nIf Then", L"If Then", 3},
+        {L"Sub DoVex()\r\nIf Then\r\nEnd Sub", L"If Then\r\n", 2},
+        {L"Sub DoVex()\r\nx = Document.NoSuchMember\r\nEnd Sub", L"x = Document.NoSuchMember\r\n",
+         2},
     };
     for (const Row& row : rows) {
         call(service(), &IHostKitService::Clear);
