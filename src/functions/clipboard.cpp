@@ -40,7 +40,10 @@ void put_clipboard_text(std::wstring_view text) {
     const HGLOBAL block = GlobalAlloc(block_flags, (text.size() + 1) * sizeof(wchar_t));
     if (!block) automation::fail(E_OUTOFMEMORY);
     auto* const target = static_cast<wchar_t*>(GlobalLock(block));
-    if (!target) automation::fail(E_OUTOFMEMORY);
+    if (!target) {
+        GlobalFree(block);
+        automation::fail(E_OUTOFMEMORY);
+    }
     std::ranges::copy(text, target);
     if (GlobalUnlock(block) != 0) return;
     const OpenedClipboard clipboard;

@@ -231,25 +231,25 @@ void SCGlobal::transfer(const Row& row) {
     content->value().put_LCID(lcid);
 
     if (select_property(row.property_name, property, column_))
-        read_column(row, *content, lcid);
+        read_column(row, parameter.view(), *content, lcid);
     else
-        read_expression(row, *content);
+        read_expression(row, parameter.view(), *content);
     build(*content);
 }
 
 // Rows of expressions have neither unit nor mode nor value items.
-void SCGlobal::read_expression(const Row& row, Tessera& content) {
-    const Bstr parameter = automation::to_text(row.parameter);
+void SCGlobal::read_expression(const Row& row, std::wstring_view parameter, Tessera& content) {
     const auto evaluator = automation::make<PropByName>();
     evaluator->putref_CurrentObject(row.object.get());
-    const Bstr expression(expression_text(row.property_name, parameter.view()));
+    const Bstr expression(expression_text(row.property_name, parameter));
     Variant value;
     evaluator->EvalExpression(expression.get(), value.put());
     content.value().put_KelosValue(uccVBString, value);
 }
 
-void SCGlobal::read_column(const Row& row, Tessera& content, std::int16_t lcid) {
-    column_.set_parameter(automation::to_text(row.parameter).view());
+void SCGlobal::read_column(const Row& row, std::wstring_view parameter, Tessera& content,
+                           std::int16_t lcid) {
+    column_.set_parameter(parameter);
     column_.set_unit({});
     column_.set_lcid(lcid);
     choose_unit(row);

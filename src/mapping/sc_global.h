@@ -60,8 +60,10 @@ class SCGlobal : public automation::Object<SCGlobal, ITesseraSCGlobal> {
     void query_column(const Row& row, const automation::ComPtr<IKelosResultTable>& table,
                       const automation::ComPtr<IKelosQColumnDef>& definition, long column,
                       const std::wstring& sheet, long target_column, long start_row);
-    void read_expression(const Row& row, Tessera& content);
-    void read_column(const Row& row, Tessera& content, std::int16_t lcid);
+    // `parameter` is the text of the row's parameter.
+    void read_expression(const Row& row, std::wstring_view parameter, Tessera& content);
+    void read_column(const Row& row, std::wstring_view parameter, Tessera& content,
+                     std::int16_t lcid);
     void choose_unit(const Row& row);
     void build(Tessera& content);
     std::wstring GetProp(const std::wstring& key) noexcept;
