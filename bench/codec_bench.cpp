@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "functions/lcss_compress.h"
-#include "functions/lcss_decompress.h"
-#include "functions/reference_lcss.h"
-#include "functions/sample_texts.h"
-#include "functions/uu_decode.h"
-#include "functions/uu_encode.h"
+#include "codec/lcss_compress.h"
+#include "codec/lcss_decompress.h"
+#include "codec/reference_lcss.h"
+#include "codec/sample_texts.h"
+#include "codec/uu_decode.h"
+#include "codec/uu_encode.h"
 
 using namespace tessera;
 

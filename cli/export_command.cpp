@@ -11,7 +11,7 @@
 #include "cli/output_path.h"
 #include "cli/project.h"
 #include "cli/text_file.h"
-#include "functions/trim.h"
+#include "text/trim.h"
 
 namespace cli {
 

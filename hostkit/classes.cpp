@@ -1,9 +1,9 @@
 #include "hostkit/classes.h"
 
 #include "hostkit.h"
-#include "registration/class_table.h"
+#include "server/class_table.h"
 
-namespace registration {
+namespace server {
 
 std::span<const ClassEntry> module_classes() noexcept {
     static const ClassEntry classes[] = {
@@ -30,4 +30,4 @@ std::span<const ClassEntry> module_classes() noexcept {
     return classes;
 }
 
-}  // namespace registration
+}  // namespace server

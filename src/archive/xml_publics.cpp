@@ -4,9 +4,9 @@
 
 #include "archive/type_names.h"
 #include "automation/conversion.h"
-#include "functions/string_forms.h"
 #include "host/error_boundary.h"
 #include "host/service.h"
+#include "text/string_forms.h"
 
 namespace tessera {
 

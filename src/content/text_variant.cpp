@@ -1,6 +1,6 @@
 #include "content/text_variant.h"
 
-#include "functions/office_text.h"
+#include "host/office_text.h"
 
 namespace tessera {
 

@@ -1,16 +1,16 @@
 #include "functions/gfunctions.h"
 
+#include "codec/lcss_compress.h"
+#include "codec/lcss_decompress.h"
+#include "codec/prefixed_text.h"
+#include "codec/uu_decode.h"
+#include "codec/uu_encode.h"
 #include "functions/clipboard.h"
-#include "functions/host_encoding.h"
-#include "functions/host_helpers.h"
-#include "functions/lcss_compress.h"
-#include "functions/lcss_decompress.h"
-#include "functions/office_text.h"
-#include "functions/prefixed_text.h"
 #include "functions/system_code_page.h"
-#include "functions/uu_decode.h"
-#include "functions/uu_encode.h"
 #include "host/error_boundary.h"
+#include "host/host_encoding.h"
+#include "host/host_helpers.h"
+#include "host/office_text.h"
 
 namespace tessera {
 

@@ -1,7 +1,7 @@
 // The system's ANSI code page as the codecs want it.
 #pragma once
 
-#include "functions/ansi_code_page.h"
+#include "codec/ansi_code_page.h"
 
 namespace tessera {
 

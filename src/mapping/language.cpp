@@ -4,7 +4,7 @@
 
 #include "automation/conversion.h"
 #include "host/error_boundary.h"
-#include "mapping/leading_number.h"
+#include "text/leading_number.h"
 
 namespace tessera {
 

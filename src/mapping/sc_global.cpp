@@ -4,14 +4,14 @@
 #include "automation/dispatch.h"
 #include "automation/text.h"
 #include "content/tessera_content.h"
-#include "functions/host_helpers.h"
-#include "functions/trim.h"
 #include "host/error_boundary.h"
+#include "host/host_helpers.h"
 #include "host/service.h"
 #include "mapping/document_pointer.h"
 #include "mapping/language.h"
 #include "mapping/number_system.h"
-#include "script/prop_by_name.h"
+#include "mapping/prop_by_name.h"
+#include "text/trim.h"
 
 namespace tessera {
 

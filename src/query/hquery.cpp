@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "functions/office_text.h"
 #include "host/error_boundary.h"
+#include "host/office_text.h"
 #include "host/service.h"
 
 namespace tessera {

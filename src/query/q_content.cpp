@@ -4,11 +4,11 @@
 
 #include "automation/thread_kept.h"
 #include "content/tessera_content.h"
-#include "functions/host_encoding.h"
-#include "functions/string_forms.h"
 #include "host/error_boundary.h"
+#include "host/host_encoding.h"
 #include "query/query_complete.h"
 #include "query/row_xml.h"
+#include "text/string_forms.h"
 
 namespace tessera {
 

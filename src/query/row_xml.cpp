@@ -3,7 +3,7 @@
 #include "archive/xml_publics.h"
 #include "automation/conversion.h"
 #include "automation/dispatch.h"
-#include "functions/string_forms.h"
+#include "text/string_forms.h"
 
 namespace tessera {
 

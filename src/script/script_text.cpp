@@ -44,13 +44,6 @@ bool is_empty_script(std::u16string_view script) noexcept {
     return script.empty() || script == empty_script;
 }
 
-std::u16string set_value_procedure(std::u16string_view statement) {
-    std::u16string text = u"Sub SetValue()";
-    text.append(line_end).append(u"CurrentObject.").append(statement);
-    text.append(line_end).append(u"End Sub");
-    return text;
-}
-
 std::u16string script_error_message(const ScriptErrorText& error) {
     std::u16string message = u"Error: ";
     message.append(error.description).append(u"\nItem: ").append(error.item);

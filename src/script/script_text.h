@@ -12,9 +12,6 @@ const std::u16string& default_mapping_script();
 // A stored script counts as empty when there is nothing in it, or nothing but its frame.
 bool is_empty_script(std::u16string_view script) noexcept;
 
-// A procedure that runs one statement on the current object.
-std::u16string set_value_procedure(std::u16string_view statement);
-
 // What the user is told about a script error. Lines are parted by LF.
 struct ScriptErrorText {
     std::u16string_view description;

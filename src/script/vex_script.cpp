@@ -3,15 +3,15 @@
 #include "archive/dom.h"
 #include "automation/conversion.h"
 #include "automation/dispatch.h"
-#include "functions/host_helpers.h"
-#include "functions/trim.h"
 #include "host/error_boundary.h"
+#include "host/host_helpers.h"
+#include "host/script_engine.h"
 #include "host/service.h"
 #include "mapping/sc_global.h"
 #include "script/edit_control.h"
-#include "script/script_engine.h"
 #include "script/script_text.h"
 #include "script/stored_script.h"
+#include "text/trim.h"
 
 namespace tessera {
 

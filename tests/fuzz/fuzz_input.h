@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "functions/ansi_code_page.h"
+#include "codec/ansi_code_page.h"
 
 namespace tessera::fuzz {
 

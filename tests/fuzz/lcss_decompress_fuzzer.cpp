@@ -1,8 +1,8 @@
 #include <stdexcept>
 #include <string>
 
-#include "functions/lcss_compress.h"
-#include "functions/lcss_decompress.h"
+#include "codec/lcss_compress.h"
+#include "codec/lcss_decompress.h"
 #include "fuzz_input.h"
 
 using namespace tessera;

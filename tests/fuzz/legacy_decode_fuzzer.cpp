@@ -2,9 +2,9 @@
 #include <stdexcept>
 #include <string>
 
-#include "functions/lcss_decompress.h"
-#include "functions/prefixed_text.h"
-#include "functions/uu_decode.h"
+#include "codec/lcss_decompress.h"
+#include "codec/prefixed_text.h"
+#include "codec/uu_decode.h"
 #include "fuzz_input.h"
 
 using namespace tessera;

@@ -1,7 +1,7 @@
 #include <string>
 
-#include "functions/uu_decode.h"
-#include "functions/uu_encode.h"
+#include "codec/uu_decode.h"
+#include "codec/uu_encode.h"
 #include "fuzz_input.h"
 
 using namespace tessera;

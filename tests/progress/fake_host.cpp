@@ -4,7 +4,7 @@
 
 #include "automation/object.h"
 #include "host/program_names.h"
-#include "registration/class_table.h"
+#include "server/class_table.h"
 
 namespace fake_host {
 namespace {
@@ -322,10 +322,10 @@ ComPtr<IUnknown> create() {
     return make<Class>()->main_interface();
 }
 
-const registration::ClassEntry classes[] = {
-    {tessera::program_names::service, L"", class_id(1), registration::create<Service>},
+const server::ClassEntry classes[] = {
+    {tessera::program_names::service, L"", class_id(1), server::create<Service>},
     {tessera::program_names::standard_controls, L"", class_id(2), create<StandardControls>},
-    {tessera::program_names::wpf_bridge, L"", class_id(3), registration::create<WpfBridge>},
+    {tessera::program_names::wpf_bridge, L"", class_id(3), server::create<WpfBridge>},
 };
 
 std::wstring folder_and_name(std::wstring& name) {
@@ -400,6 +400,6 @@ Session::~Session() {
 
 }  // namespace fake_host
 
-std::span<const registration::ClassEntry> registration::module_classes() noexcept {
+std::span<const server::ClassEntry> server::module_classes() noexcept {
     return fake_host::classes;
 }

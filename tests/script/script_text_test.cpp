@@ -41,11 +41,6 @@ TEST_CASE("a script is empty when it is nothing or only its frame, to the charac
     CHECK_FALSE(is_empty_script(default_mapping_script()));
 }
 
-TEST_CASE("a statement becomes a procedure as it comes") {
-    CHECK(set_value_procedure(u"Name = \"x\"\r\nBeep") ==
-          u"Sub SetValue()\r\nCurrentObject.Name = \"x\"\r\nBeep\r\nEnd Sub");
-}
-
 TEST_CASE("a script error's message has three line feeds and ends with the line") {
     CHECK(script_error_message(
               {u"Division by zero", u"VexScriptRun", u"run-time", u"3", u"a = 1/0"}) ==

@@ -1,0 +1,23 @@
+// The entry points of an in-process server.
+
+#include "server/class_factory.h"
+#include "server/registrar.h"
+
+extern "C" {
+
+STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result) {
+    return server::get_class_object(class_id, interface_id, result);
+}
+
+STDAPI DllCanUnloadNow() {
+    return automation::live_count() == 0 ? S_OK : S_FALSE;
+}
+
+STDAPI DllRegisterServer() {
+    return server::register_classes();
+}
+
+STDAPI DllUnregisterServer() {
+    return server::unregister_classes();
+}
+}
