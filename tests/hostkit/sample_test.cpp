@@ -10,7 +10,7 @@ using namespace test;
 namespace {
 
 struct SampleFixture : ProjectFixture {
-    SampleFixture() : ProjectFixture(TESSERA_SAMPLES L"plant.xml") {}
+    SampleFixture() : ProjectFixture(test::sample(L"plant.xml")) {}
 };
 
 long walk(const ComPtr<IKelosObject>& top) {

@@ -21,7 +21,7 @@ using Lines = std::vector<std::wstring>;
 
 class HostFixture : public test::ProjectFixture {
   public:
-    explicit HostFixture(const wchar_t* path = TESSERA_TEST_DATA L"query/queries.xml")
+    explicit HostFixture(const std::wstring& path = test::test_data(L"query/queries.xml"))
         : ProjectFixture(path) {}
 
     ComPtr<ITesseraQContent> content = create<ITesseraQContent>(L"Tessera.QContent");
@@ -54,7 +54,7 @@ class HostFixture : public test::ProjectFixture {
 
 class PlantFixture : public HostFixture {
   public:
-    PlantFixture() : HostFixture(TESSERA_SAMPLES L"plant.xml") {}
+    PlantFixture() : HostFixture(test::sample(L"plant.xml")) {}
 };
 
 std::wstring cell(const wchar_t* column, const wchar_t* text, const wchar_t* object = L"") {
@@ -81,7 +81,7 @@ std::size_t busy_bytes() {
     return bytes;
 }
 
-std::wstring read_script(const wchar_t* path) {
+std::wstring read_script(const std::wstring& path) {
     std::ifstream file(std::filesystem::path(path), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     REQUIRE_FALSE(bytes.empty());
@@ -91,7 +91,7 @@ std::wstring read_script(const wchar_t* path) {
 }
 
 // Runs the script as the script host does, with these arguments; what it writes.
-Lines run_script(const wchar_t* path, std::vector<std::wstring> arguments) {
+Lines run_script(const std::wstring& path, std::vector<std::wstring> arguments) {
     Lines written;
     const auto script_host = test::make_object(
         {{L"Echo",
@@ -242,8 +242,8 @@ TEST_CASE_FIXTURE(HostFixture, "a long walk over nested rows as strings keeps it
 }
 
 TEST_CASE_FIXTURE(HostFixture, "a script walks a query late-bound and writes all rows") {
-    const Lines written = run_script(TESSERA_SAMPLES L"query_walk.vbs",
-                                     {TESSERA_TEST_DATA L"query/queries.xml", L"Plan"});
+    const Lines written = run_script(test::sample(L"query_walk.vbs"),
+                                     {test::test_data(L"query/queries.xml"), L"Plan"});
     CHECK(written == Lines{L"Objekt\tInternal\tText (englisch)\tStep\tLimit",
                            L"Pumpe\tPumpe\tCentrifugal pump\t\t", L"\t\t\tfill\t", L"\t\t\t\t0,5",
                            L"\t\t\t\t", L"\t\t\tdrain\t", L"\thidden\tSouth plant\t\t",

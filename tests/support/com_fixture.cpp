@@ -79,7 +79,15 @@ std::wstring ComFixture::trace(long n) const {
     return get(traces, &IHostKitTraces::get_Item, n).str();
 }
 
-ProjectFixture::ProjectFixture(const wchar_t* path) : kit(create<IHostKit>(L"Kelos.HostKit")) {
+std::wstring sample(std::wstring_view name) {
+    return TESSERA_SAMPLES + std::wstring(name);
+}
+
+std::wstring test_data(std::wstring_view name) {
+    return TESSERA_TEST_DATA + std::wstring(name);
+}
+
+ProjectFixture::ProjectFixture(const std::wstring& path) : kit(create<IHostKit>(L"Kelos.HostKit")) {
     const Bstr file(path);
     workset = get(kit, &IHostKit::Open, file.get());
 }

@@ -73,10 +73,14 @@ class ComFixture {
     ComPtr<IHostKitService> service_;
 };
 
+// Full paths of a sample, and of a file below tests/.
+std::wstring sample(std::wstring_view name);
+std::wstring test_data(std::wstring_view name);
+
 // A project of the kit that is open for the test.
 class ProjectFixture : public ComFixture {
   public:
-    explicit ProjectFixture(const wchar_t* path = TESSERA_TEST_DATA L"support/small_project.xml");
+    explicit ProjectFixture(const std::wstring& path = test_data(L"support/small_project.xml"));
 
     ComPtr<IHostKit> kit;
     ComPtr<IKelosWorkset> workset;
