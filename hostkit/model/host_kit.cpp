@@ -2,9 +2,9 @@
 #include "automation/object.h"
 #include "hostkit.h"
 #include "hostkit/classes.h"
-#include "hostkit/model/loader.h"
 #include "hostkit/model/model_functions.h"
 #include "hostkit/model/objects.h"
+#include "hostkit/project_file/loader.h"
 #include "hostkit/query/query_objects.h"
 #include "hostkit/services/current_workset.h"
 

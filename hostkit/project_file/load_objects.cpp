@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "hostkit/model/loader_parts.h"
 #include "hostkit/model/model_functions.h"
-#include "hostkit/model/script_text.h"
+#include "hostkit/project_file/loader_parts.h"
+#include "hostkit/project_file/script_text.h"
 #include "hostkit/query/query_data.h"
 #include "kelos.h"
 

@@ -5,7 +5,7 @@
 #include <initializer_list>
 #include <optional>
 
-#include "hostkit/model/xml_tree.h"
+#include "hostkit/project_file/xml_tree.h"
 
 namespace hostkit {
 

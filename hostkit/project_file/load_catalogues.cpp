@@ -1,4 +1,4 @@
-#include "hostkit/model/loader_parts.h"
+#include "hostkit/project_file/loader_parts.h"
 #include "kelos.h"
 
 namespace hostkit {

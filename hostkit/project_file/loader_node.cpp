@@ -1,4 +1,4 @@
-#include "hostkit/model/loader_node.h"
+#include "hostkit/project_file/loader_node.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#include "hostkit/model/loader.h"
+#include "hostkit/project_file/loader.h"
 
-#include "hostkit/model/loader_parts.h"
 #include "hostkit/model/model_functions.h"
+#include "hostkit/project_file/loader_parts.h"
 #include "hostkit/query/query_data.h"
 
 namespace hostkit {

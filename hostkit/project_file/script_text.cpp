@@ -1,4 +1,4 @@
-#include "hostkit/model/script_text.h"
+#include "hostkit/project_file/script_text.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // The parts of the loader, and what they share.
 #pragma once
 
-#include "hostkit/model/loader_node.h"
 #include "hostkit/model/model_data.h"
+#include "hostkit/project_file/loader_node.h"
 
 namespace hostkit {
 

@@ -1,5 +1,5 @@
-#include "hostkit/model/loader_parts.h"
 #include "hostkit/model/model_functions.h"
+#include "hostkit/project_file/loader_parts.h"
 #include "hostkit/query/property_table.h"
 #include "hostkit/query/query_data.h"
 

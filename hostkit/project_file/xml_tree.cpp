@@ -1,4 +1,4 @@
-#include "hostkit/model/xml_tree.h"
+#include "hostkit/project_file/xml_tree.h"
 
 #include <xmllite.h>
 
