@@ -13,8 +13,12 @@ import sys
 # The component's rooms, from the lowest floor up.
 COMPONENT = """text codec automation server host archive content options mapping functions progress
     query script component""".split()
+# The host kit's rooms; the files in its own folder are below them all.
+KIT = ["", *"model query project_file services objects script controls".split()]
 # What the programs around the component use of it: they know its other rooms by interface only.
 SHARED = ["text", "codec", "automation", "server"]
+# The part of the contract that is a table: every host may know it.
+CONTRACT = ["src/host/known_properties.h"]
 # Headers made from interface definitions, and the lowest room that may know them.
 GENERATED = {"kelos.h": "host", "tessera.h": "host"}
 GENERATED_BY_KIT = ["hostkit.h", "model.h", "services.h"]
@@ -50,7 +54,9 @@ def may_know(source, target):
     its_program, its_room = room_of(target)
     if program == "src":
         return its_program == "src" and rank(its_room) <= rank(room)
-    return its_program == program or (its_program == "src" and its_room in SHARED)
+    if its_program == "src":
+        return its_room in SHARED or target in CONTRACT
+    return its_program == program and (program != "hostkit" or KIT.index(its_room) <= KIT.index(room))
 
 
 def rank(room):

@@ -39,12 +39,12 @@ void EditWindow::set_text(std::wstring_view text) {
     SetWindowTextW(window_, std::wstring(text).c_str());
 }
 
-Selection selection_from(long start) {
+TextSelection selection_from(long start) {
     if (start < 0) automation::fail(E_INVALIDARG, L"A selection does not start before the text");
     return {start, start};
 }
 
-Selection selection_with_length(Selection selection, long length) {
+TextSelection selection_with_length(TextSelection selection, long length) {
     if (length < 0) automation::fail(E_INVALIDARG, L"A selection's length is not negative");
     if (length > std::numeric_limits<long>::max() - selection.start)
         length = std::numeric_limits<long>::max() - selection.start;

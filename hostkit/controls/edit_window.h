@@ -31,14 +31,14 @@ class EditWindow {
 };
 
 // The part of the text that is selected, in the control's own positions.
-struct Selection {
+struct TextSelection {
     long start;
     long end;
 };
 
 // What the selection becomes when its start is set (it is empty then) or its length is. Throws for
 // negative numbers; the control limits what lies behind its text.
-Selection selection_from(long start);
-Selection selection_with_length(Selection selection, long length);
+TextSelection selection_from(long start);
+TextSelection selection_with_length(TextSelection selection, long length);
 
 }  // namespace hostkit

@@ -55,7 +55,7 @@ class ScriptEditor : public automation::Object<ScriptEditor, IKelosScriptEditor,
     }
     STDMETHODIMP get_SelLength(long* result) override {
         return answer<Uncounted>(result, [&] {
-            const Selection selected = selection();
+            const TextSelection selected = selection();
             return selected.end - selected.start;
         });
     }
@@ -88,12 +88,12 @@ class ScriptEditor : public automation::Object<ScriptEditor, IKelosScriptEditor,
         if (line_number < 1) return -1;
         return static_cast<long>(window_.send(EM_LINEINDEX, static_cast<WPARAM>(line_number) - 1));
     }
-    Selection selection() const noexcept {
+    TextSelection selection() const noexcept {
         CHARRANGE range{};
         window_.send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
         return {range.cpMin, range.cpMax};
     }
-    void select(Selection selected) noexcept {
+    void select(TextSelection selected) noexcept {
         CHARRANGE range{selected.start, selected.end};
         window_.send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
         window_.send(EM_SCROLLCARET);

@@ -36,7 +36,7 @@ class TextBox : public automation::Object<TextBox, IKelosTextBox, IOleWindow> {
     }
     STDMETHODIMP get_SelLength(long* result) override {
         return answer<Uncounted>(result, [&] {
-            const Selection selected = selection();
+            const TextSelection selected = selection();
             return selected.end - selected.start;
         });
     }
@@ -53,13 +53,13 @@ class TextBox : public automation::Object<TextBox, IKelosTextBox, IOleWindow> {
 
   private:
     // By address: the message's own result has only 16 bits for each.
-    Selection selection() const noexcept {
+    TextSelection selection() const noexcept {
         DWORD start = 0;
         DWORD end = 0;
         window_.send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
         return {static_cast<long>(start), static_cast<long>(end)};
     }
-    void select(Selection selected) noexcept {
+    void select(TextSelection selected) noexcept {
         window_.send(EM_SETSEL, static_cast<WPARAM>(selected.start), selected.end);
         window_.send(EM_SCROLLCARET);
     }

@@ -43,8 +43,6 @@ class MappingTable {
     // Throws "subscript out of range".
     Place at(long index) const;
 
-    std::vector<MappingBlock>& blocks() noexcept { return blocks_; }
-
   private:
     std::vector<MappingBlock> blocks_;
     std::vector<long> ends_;  // index of each block's last row

@@ -5,7 +5,7 @@
 
 #include "automation/conversion.h"
 #include "automation/error.h"
-#include "hostkit/query/query_data.h"
+#include "hostkit/model/query_data.h"
 #include "kelos.h"
 
 namespace hostkit {

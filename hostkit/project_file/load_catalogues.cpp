@@ -1,7 +1,7 @@
 #include "hostkit/project_file/loader_parts.h"
 #include "kelos.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 namespace {
 
 struct PresentationName {
@@ -132,4 +132,4 @@ void load_attribute_settings(LoadContext& context, const Node& node, AttributeTy
     type.decimals = static_cast<int>(node.number(L"decimals", type.decimals));
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

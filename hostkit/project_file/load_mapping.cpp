@@ -1,7 +1,7 @@
 #include "hostkit/model/model_functions.h"
 #include "hostkit/project_file/loader_parts.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 namespace {
 
 using automation::Variant;
@@ -94,4 +94,4 @@ void load_mapping(LoadContext& context, const Node& node, Element& owner) {
         });
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -1,12 +1,11 @@
 #include <algorithm>
 
 #include "hostkit/model/model_functions.h"
+#include "hostkit/model/query_data.h"
 #include "hostkit/project_file/loader_parts.h"
-#include "hostkit/project_file/script_text.h"
-#include "hostkit/query/query_data.h"
 #include "kelos.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 namespace {
 
 constexpr wchar_t script_attribute[] = L"Vex";
@@ -228,4 +227,4 @@ void load_project(LoadContext& context, const Node& node) {
     load_element(context, node, project);
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -1,9 +1,9 @@
+#include "host/known_properties.h"
 #include "hostkit/model/model_functions.h"
+#include "hostkit/model/query_data.h"
 #include "hostkit/project_file/loader_parts.h"
-#include "hostkit/query/property_table.h"
-#include "hostkit/query/query_data.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 namespace {
 
 std::unique_ptr<QueryDefinition> load_query(LoadContext& context, const Node& node);
@@ -15,7 +15,10 @@ long load_constant(const Node& node) {
     const std::wstring name = node.text(L"property");
     long number = 0;
     if (read_number(name, number)) return number;
-    if (const PropertyInfo* const property = find_property(name)) return property->constant;
+    const auto* const property = kelos::find_property_if([&](std::u16string_view known) {
+        return equal_in_any_case(automation::as_wide(known), name);
+    });
+    if (property) return property->number;
     node.fail(L"there is no property \"" + name + L"\"");
 }
 
@@ -151,4 +154,4 @@ void load_queries(LoadContext& context, const Node& node) {
                     }}});
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -1,10 +1,10 @@
 #include "hostkit/project_file/loader.h"
 
 #include "hostkit/model/model_functions.h"
+#include "hostkit/model/query_data.h"
 #include "hostkit/project_file/loader_parts.h"
-#include "hostkit/query/query_data.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 namespace {
 
 constexpr long file_version = 1;
@@ -37,7 +37,7 @@ void load_root(LoadContext& context, const Node& root) {
 
 }  // namespace
 
-std::shared_ptr<Model> load_project_file(const std::wstring& path) {
+std::shared_ptr<Model> load(const std::wstring& path) {
     const XmlElement root = read_xml_file(path);
     auto model = std::make_shared<Model>();
     LoadContext context{*model, {}};
@@ -112,4 +112,4 @@ void load_translation(const Model& model, const Node& node, const TextSlots& slo
             text->translate(language, *std::move(translation));
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

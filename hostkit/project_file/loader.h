@@ -3,9 +3,9 @@
 
 #include "hostkit/model/model_data.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 
 // Throws with one sentence that names the file and, where one is known, the line.
-std::shared_ptr<Model> load_project_file(const std::wstring& path);
+std::shared_ptr<Model> load(const std::wstring& path);
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

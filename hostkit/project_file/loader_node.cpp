@@ -4,7 +4,7 @@
 
 #include "hostkit/model/texts.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 
 std::optional<std::wstring> Node::find(std::wstring_view attribute) const {
     for (std::size_t i = 0; i < element_.attributes.size(); ++i)
@@ -83,4 +83,4 @@ void Node::fail(std::wstring_view problem) const {
     fail_in_file(path_, element_.line, problem);
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -7,7 +7,7 @@
 
 #include "hostkit/project_file/xml_tree.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 
 class Node {
   public:
@@ -49,4 +49,4 @@ class Node {
     mutable std::vector<bool> read_;
 };
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -4,7 +4,7 @@
 #include "hostkit/model/model_data.h"
 #include "hostkit/project_file/loader_node.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 
 struct LoadContext {
     Model& model;
@@ -57,4 +57,8 @@ void load_texts(const Node& node, const TextSlots& slots);
 // Reads a <translation>: the language and the slots' texts in it.
 void load_translation(const Model& model, const Node& node, const TextSlots& slots);
 
-}  // namespace hostkit
+// Program text inside an element: its lines without the empty ones before and after them and
+// without the indentation that all of them share, parted by CR LF.
+std::wstring script_text(std::wstring_view text);
+
+}  // namespace hostkit::project_file

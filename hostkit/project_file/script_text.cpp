@@ -1,10 +1,10 @@
-#include "hostkit/project_file/script_text.h"
+#include "hostkit/project_file/loader_parts.h"
 
 #include <algorithm>
 
 #include "hostkit/model/texts.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 
 std::wstring script_text(std::wstring_view text) {
     std::vector<std::wstring_view> lines = split(text, L'\n');
@@ -25,4 +25,4 @@ std::wstring script_text(std::wstring_view text) {
     return result;
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -4,7 +4,7 @@
 
 #include "automation/error.h"
 
-namespace hostkit {
+namespace hostkit::project_file {
 namespace {
 
 using automation::check;
@@ -195,4 +195,4 @@ XmlElement read_xml_file(const std::wstring& path) {
     return TreeBuilder(path, bytes).build();
 }
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace hostkit {
+namespace hostkit::project_file {
 
 struct XmlAttribute {
     std::wstring name;
@@ -25,4 +25,4 @@ XmlElement read_xml_file(const std::wstring& path);
 
 [[noreturn]] void fail_in_file(const std::wstring& path, unsigned line, std::wstring_view problem);
 
-}  // namespace hostkit
+}  // namespace hostkit::project_file

@@ -2,8 +2,8 @@
 
 #include "automation/conversion.h"
 #include "automation/error.h"
+#include "host/known_properties.h"
 #include "hostkit/model/model_functions.h"
-#include "hostkit/query/property_table.h"
 #include "kelos.h"
 
 namespace hostkit {
@@ -12,14 +12,15 @@ namespace {
 using automation::Bstr;
 using automation::Variant;
 
-// The parts of a parameter text that the property takes.
+// The parts of a parameter text that the property takes, parted by ";": a language and an index
+// where it takes them, and for objects that are no attributes the attribute's full name.
 struct Parameter {
     long language = 0;
     long index = 1;
     std::wstring_view attribute;
 };
 
-Parameter read_parameter(const PropertyInfo& property, std::wstring_view text) {
+Parameter read_parameter(const kelos::KnownProperty& property, std::wstring_view text) {
     Parameter parameter;
     bool wants_language = property.takes_language;
     bool wants_index = property.takes_index;
@@ -143,12 +144,12 @@ PropertyValues read_values(const Attribute& attribute, const ColumnSettings& set
 }  // namespace
 
 std::optional<PropertyValues> read_property(Element& element, const ColumnSettings& settings) {
-    const PropertyInfo* const property = find_property(settings.constant);
+    const auto* const property = kelos::find_property(settings.constant);
     if (!property) return {};
     const Parameter parameter = read_parameter(*property, settings.parameter);
     const std::size_t language = language_of(element, parameter, settings.lcid);
     PropertyValues result;
-    if (property->of_value) {
+    if (property->of_attribute) {
         const Attribute* const attribute = element.kind == ElementKind::attribute
                                                ? static_cast<const Attribute*>(&element)
                                                : find_attribute(element, parameter.attribute);

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "hostkit/query/query_data.h"
+#include "hostkit/model/query_data.h"
 
 namespace hostkit {
 

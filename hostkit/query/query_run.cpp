@@ -65,7 +65,7 @@ CellContent given_cell(const CellDefinition& cell, bool generated, long row) {
     return content;
 }
 
-void select(const Selection& selection, Element& top, std::vector<Element*>& found) {
+void select(const ObjectSelection& selection, Element& top, std::vector<Element*>& found) {
     const auto take = [&](Element& element) {
         const bool suits =
             selection.system_type == 0 || selection.system_type == element.system_type;
@@ -82,7 +82,7 @@ void run_query(QueryState& state) {
     QueryDefinition& query = *state.definition;
     if (query.source == RowSource::selected) {
         state.found.clear();
-        const Selection& selection = query.selection;
+        const ObjectSelection& selection = query.selection;
         // A query that nests itself starts below the given object and goes on below its rows.
         const bool goes_on = state.context && (selection.recursive || !selection.below);
         Element* const top = goes_on ? state.context : selection.below;

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "hostkit/query/query_data.h"
+#include "hostkit/model/query_data.h"
 
 namespace hostkit {
 

@@ -5,7 +5,6 @@
 #include "automation/error.h"
 #include "hostkit/script/exception_info.h"
 #include "hostkit/script/script_error_text.h"
-#include "hostkit/script/source_lines.h"
 
 namespace hostkit {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "hostkit/script/plain_object.h"
-#include "hostkit/script/script_error.h"
+#include "hostkit/services/script_error.h"
 
 #include <activscp.h>
 

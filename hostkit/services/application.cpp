@@ -2,16 +2,17 @@
 
 #include "automation/object.h"
 #include "hostkit/boundary.h"
-#include "hostkit/services/current_workset.h"
 #include "hostkit/services/ole_window.h"
 #include "hostkit/services/service_state.h"
-#include "hostkit/services/window_service.h"
 
 namespace hostkit {
 namespace {
 
 using automation::ComPtr;
 using automation::make;
+
+// A plain pointer: at thread exit COM may be gone, so that nothing may be released then.
+thread_local IKelosWorkset* thread_workset = nullptr;
 
 // The look of the host's forms: the colour of the system's dialogs, which labels and buttons have.
 void apply_look(IDispatch* form) {
@@ -103,6 +104,14 @@ ComPtr<IKelosControlWrapper> wrap_control(IDispatch* control) {
 
 void focus_control(IDispatch* control) {
     if (const HWND window = window_of(automation::require(control))) SetFocus(window);
+}
+
+ComPtr<IKelosWorkset> current_workset() {
+    return thread_workset;
+}
+
+void set_current_workset(ComPtr<IKelosWorkset> workset) {
+    const auto old = ComPtr<IKelosWorkset>::attach(std::exchange(thread_workset, workset.detach()));
 }
 
 }  // namespace hostkit

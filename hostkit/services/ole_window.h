@@ -6,7 +6,12 @@
 namespace hostkit {
 
 // The window of a form or control that answers IOleWindow; null for everything else.
-HWND window_of(IUnknown* object) noexcept;
+inline HWND window_of(IUnknown* object) noexcept {
+    const auto owner = automation::ComPtr<IUnknown>(object).try_as<IOleWindow>();
+    HWND window = nullptr;
+    if (!owner || FAILED(owner->GetWindow(&window))) return nullptr;
+    return window;
+}
 
 // Window handles cross automation as a long: they have 32 significant bits on every platform.
 inline long window_number(HWND window) noexcept {

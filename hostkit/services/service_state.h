@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "automation/com_ptr.h"
-#include "hostkit/script/script_error.h"
+#include "hostkit/services/script_error.h"
 #include "services.h"
 
 namespace hostkit {

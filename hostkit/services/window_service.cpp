@@ -1,4 +1,4 @@
-#include "hostkit/services/window_service.h"
+#include "hostkit/services/application.h"
 
 #include <algorithm>
 

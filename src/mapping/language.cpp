@@ -4,6 +4,7 @@
 
 #include "automation/conversion.h"
 #include "host/error_boundary.h"
+#include "host/known_properties.h"
 #include "text/leading_number.h"
 
 namespace tessera {
@@ -14,20 +15,22 @@ using automation::Variant;
 
 namespace {
 
-constexpr std::wstring_view language_dependent[] = {
-    L"GetInternationalDescription",  L"GetOwnInternationalDescription",
-    L"GetInternationalDescription2", L"GetInternationalDescription3",
-    L"GetInternationalValue",        L"GetOwnInternationalValue",
-    L"GetInternationalXValue",       L"GetOwnInternationalXValue",
-};
+// Operations of objects: rows name them as expressions.
+constexpr std::u16string_view unlisted_language_dependent[] = {
+    u"GetOwnInternationalDescription", u"GetOwnInternationalValue", u"GetOwnInternationalXValue"};
 
-bool depends_on_language(std::wstring_view property_name) {
-    return std::ranges::find(language_dependent, property_name) != std::end(language_dependent);
+// Names are compared exactly here.
+bool depends_on_language(std::u16string_view name) {
+    const auto* const known =
+        kelos::find_property_if([&](std::u16string_view listed) { return listed == name; });
+    if (known) return known->takes_language;
+    return std::ranges::find(unlisted_language_dependent, name) !=
+           std::end(unlisted_language_dependent);
 }
 
 ComPtr<IKelosLanguage> language_for(const ComPtr<IKelosProject>& project,
                                     std::wstring_view property_name, std::wstring_view parameter) {
-    if (depends_on_language(property_name)) {
+    if (depends_on_language(automation::as_u16(property_name))) {
         const std::int16_t index =
             automation::to_short(Variant(leading_number(automation::as_u16(parameter))));
         const auto languages = get(project, &IKelosProject::get_Languages);

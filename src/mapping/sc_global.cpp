@@ -21,6 +21,7 @@ using automation::ComPtr;
 using automation::get;
 using automation::Variant;
 using automation::view_of;
+using kelos::KnownProperty;
 
 namespace {
 
@@ -49,10 +50,9 @@ ComPtr<IKelosDocument> query_document(IKelosObject* object) {
 }
 
 const KnownProperty* find_known_property(std::wstring_view name) {
-    for (const KnownProperty& property : known_properties())
-        if (automation::equal_ignoring_case(automation::as_wide(property.name), name))
-            return &property;
-    return nullptr;
+    return kelos::find_property_if([&](std::u16string_view known) {
+        return automation::equal_ignoring_case(automation::as_wide(known), name);
+    });
 }
 
 void put_set_name(Property& property, std::wstring_view name) {
@@ -60,22 +60,29 @@ void put_set_name(Property& property, std::wstring_view name) {
     property.put_SetName(text.get());
 }
 
+void select_known(const KnownProperty& known, std::wstring_view given_name, Property& record,
+                  const ColumnDefinition& column) {
+    // A property that is written under its own name is so under the name that was given.
+    if (known.set_name == known.name)
+        put_set_name(record, given_name);
+    else if (!known.set_name.empty())
+        put_set_name(record, automation::as_wide(known.set_name));
+    column.set_property(known.number);
+}
+
 // Sets how the property is written back, and what to read. False for an expression.
-bool select_property(std::wstring_view name, Property& record, const ColumnDefinition& column) {
-    if (automation::is_numeric(name)) {
+bool select_property(std::wstring_view name, const KnownProperty* known, Property& record,
+                     const ColumnDefinition& column) {
+    if (!known && automation::is_numeric(name)) {
         const ResolvedConstant resolved =
             resolve_property_constant(automation::to_long(Variant(name)));
         put_set_name(record, resolved.name.view());
         column.set_property(resolved.property_number);
         return true;
     }
-    const KnownProperty* const known = find_known_property(name);
-    if (!known) return false;
-    if (known->write_back == WriteBack::same_name) put_set_name(record, name);
-    if (known->write_back == WriteBack::operation)
-        put_set_name(record, automation::as_wide(known->operation));
-    column.set_property(known->constant);
-    return true;
+    if (!known) known = find_known_property(name);
+    if (known) select_known(*known, name, record, column);
+    return known != nullptr;
 }
 
 ComPtr<ValueItem> value_item(const ComPtr<IKelosValueEntry>& entry, std::int16_t lcid) {
@@ -170,11 +177,15 @@ STDMETHODIMP SCGlobal::Content(BSTR DocPointer, IKelosObject* KelosObject, BSTR 
                                VARIANT_BOOL AllValuesNumeric,
                                VARIANT_BOOL EmptyNumericValueStayEmpty) {
     return trapped(member(L"Public Sub 'Content'"), [&] {
-        const Row row{view_of(DocPointer),    KelosObject,
-                      view_of(PropName),      Variant::value_of(PropParameter),
-                      view_of(PhysUnitLabel), view_of(IOMode),
-                      AllValuesNumeric,       EmptyNumericValueStayEmpty};
-        if (const auto document = query_document(KelosObject))
+        transfer_or_expand({view_of(DocPointer), KelosObject, view_of(PropName),
+                            Variant::value_of(PropParameter), view_of(PhysUnitLabel),
+                            view_of(IOMode), AllValuesNumeric, EmptyNumericValueStayEmpty});
+    });
+}
+
+void SCGlobal::transfer_or_expand(const Row& row) noexcept {
+    guarded(member(L"Public Sub 'Content'"), [&] {
+        if (const auto document = query_document(row.object.get()))
             QContent(row, document);
         else
             transfer(row);
@@ -230,7 +241,7 @@ void SCGlobal::transfer(const Row& row) {
     const std::int16_t lcid = GetLCID(row.object.get(), row.property_name, parameter.view());
     content->value().put_LCID(lcid);
 
-    if (select_property(row.property_name, property, column_))
+    if (select_property(row.property_name, row.known, property, column_))
         read_column(row, parameter.view(), *content, lcid);
     else
         read_expression(row, parameter.view(), *content);
@@ -312,40 +323,38 @@ void SCGlobal::QContent(const Row& row, const ComPtr<IKelosDocument>& document) 
 void SCGlobal::query_column(const Row& row, const ComPtr<IKelosResultTable>& table,
                             const ComPtr<IKelosQColumnDef>& definition, long column,
                             const std::wstring& sheet, long target_column, long start_row) {
-    const long constant = get(definition, &IKelosQColumnDef::get_PropertyConstant);
-    const Bstr property_name(GetProp(std::to_wstring(constant)));
-    if (property_name.empty()) return;
+    const KnownProperty* const known =
+        GetProp(get(definition, &IKelosQColumnDef::get_PropertyConstant));
+    if (!known) return;
     const Variant parameter(get(definition, &IKelosQColumnDef::get_ParameterText));
     const Bstr unit_text = get(definition, &IKelosQColumnDef::get_UnitText);
     const Bstr unit(trim_blanks(unit_text.view()));
-    const Bstr mode(mode_both_ways);
 
     const long rows = get(table, &IKelosResultTable::get_RowCount);
     for (long j = 1; j <= rows; ++j) {
         const auto cell = get(table, &IKelosResultTable::get_Cell, j, column);
         if (!cell) continue;  // a row may have no cell here: there is nothing to transfer
         const auto object = get(cell, &IKelosCell::get_Object);
-        const Bstr target(
-            cell_pointer(automation::as_u16(sheet), target_column, start_row + j - 1));
+        const auto target =
+            cell_pointer(automation::as_u16(sheet), target_column, start_row + j - 1);
         if (!unit.empty()) unit_given_by_host_ = true;
-        Content(target.get(), object.get(), property_name.get(), parameter, unit.get(), mode.get(),
-                row.all_values_numeric, row.empty_numeric_value_stay_empty);
+        transfer_or_expand({automation::as_wide(target), object, automation::as_wide(known->name),
+                            parameter, unit.view(), mode_both_ways, row.all_values_numeric,
+                            row.empty_numeric_value_stay_empty, known});
     }
 }
 
-std::wstring SCGlobal::GetProp(const std::wstring& key) noexcept {
-    std::wstring name;
+const KnownProperty* SCGlobal::GetProp(long number) noexcept {
+    const KnownProperty* const found = kelos::find_property(number);
     guarded(member(L"Private Function 'GetProp'"), [&] {
-        if (const auto found = property_names_.find(automation::as_u16(key))) {
-            name = automation::as_wide(*found);
-            return;
-        }
-        const std::wstring message = translate(key_unknown_property).str() + L": " + key;
+        if (found || !unknown_properties_.insert(number).second) return;
+        const std::wstring message =
+            translate(key_unknown_property).str() + L": " + std::to_wstring(number);
         const Bstr title = translate(key_information);
         show_message(message, style_information, title.view());
         trace(message);
     });
-    return name;
+    return found;
 }
 
 }  // namespace tessera

@@ -1,11 +1,13 @@
 // The global mapping object: what a mapping script sees as its global members.
 #pragma once
 
+#include <unordered_set>
+
 #include "archive/archive_node.h"
 #include "automation/object.h"
+#include "host/known_properties.h"
 #include "host/mapping_table.h"
 #include "mapping/column_definition.h"
-#include "mapping/property_names.h"
 #include "options/xml_options.h"
 #include "tessera.h"
 
@@ -53,8 +55,10 @@ class SCGlobal : public automation::Object<SCGlobal, ITesseraSCGlobal> {
         std::wstring_view io_mode;
         VARIANT_BOOL all_values_numeric;
         VARIANT_BOOL empty_numeric_value_stay_empty;
+        const kelos::KnownProperty* known = nullptr;  // where it is found already
     };
 
+    void transfer_or_expand(const Row& row) noexcept;
     void transfer(const Row& row);
     void QContent(const Row& row, const automation::ComPtr<IKelosDocument>& document) noexcept;
     void query_column(const Row& row, const automation::ComPtr<IKelosResultTable>& table,
@@ -66,14 +70,15 @@ class SCGlobal : public automation::Object<SCGlobal, ITesseraSCGlobal> {
                      std::int16_t lcid);
     void choose_unit(const Row& row);
     void build(Tessera& content);
-    std::wstring GetProp(const std::wstring& key) noexcept;
+    // Nothing for an unknown number; the user is told of each once.
+    const kelos::KnownProperty* GetProp(long number) noexcept;
 
     dom::Node contents_root_;
     automation::ComPtr<IKelosWorkset> workset_;
     automation::ComPtr<IKelosDocument> document_;
     FoundMappingTable mapping_table_;
     bool unit_given_by_host_ = false;  // the row's unit is a unit text already, not a label
-    PropertyNameTable property_names_;
+    std::unordered_set<long> unknown_properties_;
     ColumnDefinition column_;
 };
 

@@ -276,6 +276,24 @@ TEST_CASE_FIXTURE(MappingFixture, "a query document is expanded cell by cell, bo
     CHECK(contents().size() == 3);
 }
 
+TEST_CASE_FIXTURE(MappingFixture, "of each unknown property of a query's columns is told once") {
+    const auto list = document(L"Liste");
+    const auto container = get(list, &IKelosDocument::get_QueryContainer);
+    const auto query =
+        automation::object_as<IKelosQuery>(automation::get_property(container.get(), L"TopQuery"));
+    const auto table = get(query, &IKelosQuery::get_ResultTable);
+    const auto columns = get(table, &IKelosResultTable::get_Columns);
+    const auto value_column = get(columns, &IKelosQColumnDefs::get_Item, 3L);
+    for (const long constant : {99L, 98L, 99L}) {
+        call(value_column, &IKelosQColumnDef::put_PropertyConstant, constant);
+        content(list, {.pointer = L"Q!A1"});
+    }
+    CHECK(contents().size() == 6);  // the column of names, each time
+    CHECK(message_count() == 2);
+    CHECK(message(1) == L"Information|64|Unbekannte Property oder Property-Konstante: 99");
+    CHECK(message(2) == L"Information|64|Unbekannte Property oder Property-Konstante: 98");
+}
+
 TEST_CASE_FIXTURE(MappingFixture, "a fixed value is output in the project's language") {
     global->set_document(document(L"Leer"));
     content_fix(L"S!A1", Variant(L"a\r\nb"));

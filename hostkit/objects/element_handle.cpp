@@ -1,4 +1,4 @@
-#include "hostkit/model/element_handle.h"
+#include "hostkit/objects/element_handle.h"
 
 namespace hostkit {
 

@@ -4,7 +4,7 @@
 
 #include "automation/object.h"
 #include "hostkit/model/model_functions.h"
-#include "hostkit/model/objects.h"
+#include "hostkit/objects/objects.h"
 
 namespace hostkit {
 

@@ -1,7 +1,7 @@
-#include "hostkit/query/value_list.h"
+#include "hostkit/objects/query_objects.h"
 
 #include "automation/object.h"
-#include "hostkit/model/objects.h"
+#include "hostkit/objects/objects.h"
 
 namespace hostkit {
 namespace {

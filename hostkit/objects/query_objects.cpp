@@ -1,7 +1,6 @@
-#include "hostkit/query/query_objects.h"
+#include "hostkit/objects/query_objects.h"
 
 #include "automation/object.h"
-#include "hostkit/query/column_definition.h"
 
 namespace hostkit {
 namespace {

@@ -1,5 +1,5 @@
 #include "automation/conversion.h"
-#include "hostkit/model/element_handle.h"
+#include "hostkit/objects/element_handle.h"
 
 namespace hostkit {
 namespace {

@@ -1,7 +1,7 @@
-#include "hostkit/query/column_xml.h"
+#include "hostkit/objects/query_objects.h"
 
 #include "automation/call.h"
-#include "hostkit/query/property_table.h"
+#include "host/known_properties.h"
 
 namespace hostkit {
 namespace {
@@ -50,11 +50,11 @@ class ColumnElement {
 
 void write_column(IXMLDOMNode* owner, const ColumnSettings& column, const std::wstring& heading) {
     automation::require(owner);
-    const PropertyInfo* const property = find_property(column.constant);
+    const auto* const property = kelos::find_property(column.constant);
     ColumnElement element(document_of(owner).get());
     element.set(L"Name", Variant(column.name));
     element.set(L"Heading", Variant(heading));
-    element.set(L"Property", Variant(property ? property->name : L""));
+    element.set(L"Property", Variant(automation::as_wide(property ? property->name : u"")));
     element.set(L"PropertyConstant", Variant(column.constant));
     element.set(L"Parameter", Variant(column.parameter));
     element.set(L"Unit", Variant(column.unit));

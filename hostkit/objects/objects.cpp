@@ -1,7 +1,7 @@
-#include "hostkit/model/objects.h"
+#include "hostkit/objects/objects.h"
 
-#include "hostkit/model/element_handle.h"
-#include "hostkit/query/query_objects.h"
+#include "hostkit/objects/element_handle.h"
+#include "hostkit/objects/query_objects.h"
 
 namespace hostkit {
 namespace {

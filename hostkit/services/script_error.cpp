@@ -1,4 +1,4 @@
-#include "hostkit/script/script_error.h"
+#include "hostkit/services/script_error.h"
 
 #include "automation/object.h"
 #include "hostkit/boundary.h"

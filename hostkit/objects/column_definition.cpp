@@ -1,13 +1,11 @@
-#include "hostkit/query/column_definition.h"
+#include "hostkit/objects/query_objects.h"
 
 #include "automation/object.h"
+#include "host/known_properties.h"
 #include "hostkit.h"
 #include "hostkit/classes.h"
 #include "hostkit/model/model_functions.h"
-#include "hostkit/query/column_xml.h"
-#include "hostkit/query/property_table.h"
-#include "hostkit/query/value_list.h"
-#include "hostkit/services/current_workset.h"
+#include "hostkit/services/application.h"
 
 namespace hostkit {
 namespace {
@@ -131,8 +129,8 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
     }
     STDMETHODIMP get_GetName(BSTR* result) override {
         return answer(result, [&] {
-            const PropertyInfo* const property = find_property(settings().constant);
-            return Bstr(property ? property->name : L"");
+            const auto* const property = kelos::find_property(settings().constant);
+            return Bstr(property ? property->name : u"");
         });
     }
     STDMETHODIMP get_SetName(BSTR* result) override {
@@ -142,7 +140,7 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
         return answer(result, [&] { return parameter(); });
     }
     STDMETHODIMP get_SetParameter(VARIANT* result) override {
-        return answer(result, [&] { return *set_name() ? parameter() : Variant(); });
+        return answer(result, [&] { return set_name().empty() ? Variant() : parameter(); });
     }
     STDMETHODIMP WriteXML(IXMLDOMNode* owner) override {
         return run([&] { write_column(owner, settings(), heading()); });
@@ -168,9 +166,9 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
         if (!state_->model || !state_->model->project) return column.heading.in(0);
         return column.heading.in(language_for(*state_->model->project, column.lcid));
     }
-    const wchar_t* set_name() const {
-        const PropertyInfo* const property = find_property(settings().constant);
-        return property ? property->set_name : L"";
+    std::u16string_view set_name() const {
+        const auto* const property = kelos::find_property(settings().constant);
+        return property ? property->set_name : u"";
     }
     Variant parameter() const {
         const std::wstring& text = settings().parameter;
@@ -185,18 +183,18 @@ class PropertyConstantObject : public Object<PropertyConstantObject, IKelosPrope
     static constexpr const CLSID& class_id = __uuidof(::PropertyConstant);
 
     STDMETHODIMP put_Constant(long constant) override {
-        return run([&] { property_ = find_property(constant); });
+        return run([&] { property_ = kelos::find_property(constant); });
     }
     STDMETHODIMP get_Name(BSTR* result) override {
-        return answer(result, [&] { return Bstr(property_ ? property_->name : L""); });
+        return answer(result, [&] { return Bstr(property_ ? property_->name : u""); });
     }
     STDMETHODIMP get_PropertyNumber(long* result) override {
         return answer(result,
-                      [&] { return property_ ? property_->constant : static_cast<long>(kqpNone); });
+                      [&] { return static_cast<long>(property_ ? property_->number : kqpNone); });
     }
 
   private:
-    const PropertyInfo* property_ = nullptr;
+    const kelos::KnownProperty* property_ = nullptr;
 };
 
 }  // namespace

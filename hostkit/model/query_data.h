@@ -56,7 +56,7 @@ enum class RowSource {
     generated  // one row, many times
 };
 
-struct Selection {
+struct ObjectSelection {
     long system_type = 0;      // 0: any
     Element* below = nullptr;  // nothing: below the object of the row that the query is nested in
     bool direct = false;       // only objects directly below
@@ -85,7 +85,7 @@ struct QueryDefinition {
     RowSource source = RowSource::listed;
     std::vector<RowDefinition> rows;  // listed: all of them; generated: the one
     long generated_count = 0;
-    Selection selection;
+    ObjectSelection selection;
     std::unique_ptr<QueryDefinition> nested;  // of every selected row
     QueryState state{*this, nullptr};         // of a query that is nested in none
 };

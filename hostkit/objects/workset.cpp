@@ -1,6 +1,6 @@
 #include "automation/object.h"
 #include "hostkit/model/model_functions.h"
-#include "hostkit/model/objects.h"
+#include "hostkit/objects/objects.h"
 
 namespace hostkit {
 namespace {

@@ -3,10 +3,10 @@
 #include "hostkit.h"
 #include "hostkit/classes.h"
 #include "hostkit/model/model_functions.h"
-#include "hostkit/model/objects.h"
+#include "hostkit/objects/objects.h"
+#include "hostkit/objects/query_objects.h"
 #include "hostkit/project_file/loader.h"
-#include "hostkit/query/query_objects.h"
-#include "hostkit/services/current_workset.h"
+#include "hostkit/services/application.h"
 
 namespace hostkit {
 namespace {
@@ -87,7 +87,7 @@ class Kit : public Object<Kit, IHostKit> {
     }
 
     ComPtr<IKelosWorkset> open(const std::wstring& path) {
-        ModelRef loaded = load_project_file(path);
+        ModelRef loaded = project_file::load(path);
         loaded->undo_state = make_undo_state(L"Step 2");
         loaded->outer_undo_state = make_undo_state(L"Step 1");
         close();

@@ -1,5 +1,5 @@
 #include "automation/object.h"
-#include "hostkit/model/objects.h"
+#include "hostkit/objects/objects.h"
 
 namespace hostkit {
 namespace {
