@@ -18,6 +18,8 @@ constexpr MemberName member(const wchar_t* label) noexcept {
     return {L"Tessera.PrgFrm", label};
 }
 
+constexpr MemberName get_bar = member(L"Public Property Get 'PBar'");
+
 ComPtr<IKelosUIService> ui_service() {
     return get(host_service(), &IKelosService::get_UIService);
 }
@@ -162,10 +164,14 @@ void PrgFrm::handle_pending_messages() noexcept {
 // What the controller uses
 // ---------------------------------------------------------------------------------------------
 
-STDMETHODIMP PrgFrm::get_PBar(IKelosBar** Result) {
-    return trapped(Result, member(L"Public Property Get 'PBar'"), [&](auto& result) {
+ComPtr<IKelosBar> PrgFrm::bar() const noexcept {
+    return guarded_result<ComPtr<IKelosBar>>(get_bar, [&](auto& result) {
         if (is_open()) result = get(progress_bar_, &IKelosProgressBar::get_Bar);
     });
+}
+
+STDMETHODIMP PrgFrm::get_PBar(IKelosBar** Result) {
+    return answer(Result, get_bar, [&] { return bar(); });
 }
 
 void PrgFrm::set_controller(ComPtr<ITesseraProgress> controller) noexcept {

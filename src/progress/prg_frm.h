@@ -23,7 +23,17 @@ class PrgFrm : public automation::Object<PrgFrm, ITesseraPrgFrm, IKelosVBUsercon
     PrgFrm();
     ~PrgFrm();
 
+    // Creates the window with its controls and gives it the title. Throws when that is impossible,
+    // for example without a display.
+    void open(const automation::Bstr& title);
+    void close() noexcept;
+    bool is_open() const noexcept { return window_.handle() != nullptr; }
     // The bar inside the progress bar; nothing while the form has no window.
+    automation::ComPtr<IKelosBar> bar() const noexcept;
+    void set_controller(automation::ComPtr<ITesseraProgress> controller) noexcept;
+    void restore_undo_state();
+    void handle_pending_messages() noexcept;
+
     STDMETHODIMP get_PBar(IKelosBar** Result) override;
     STDMETHODIMP SetUndoState() override;
 
@@ -34,17 +44,6 @@ class PrgFrm : public automation::Object<PrgFrm, ITesseraPrgFrm, IKelosVBUsercon
     // How the host's window service gets at the window that it is to show.
     STDMETHODIMP GetWindow(HWND* window) override;
     STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
-
-    // The component's own side.
-
-    // Creates the window with its controls and gives it the title. Throws when that is impossible,
-    // for example without a display.
-    void open(const automation::Bstr& title);
-    void close() noexcept;
-    bool is_open() const noexcept { return window_.handle() != nullptr; }
-    void set_controller(automation::ComPtr<ITesseraProgress> controller) noexcept;
-    void restore_undo_state();
-    void handle_pending_messages() noexcept;
 
   private:
     class AbortClicks;

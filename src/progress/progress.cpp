@@ -12,16 +12,21 @@ using automation::get;
 
 namespace {
 
-constexpr MemberName member(const wchar_t* label) noexcept {
-    return {L"Tessera.Progress", label};
-}
+constexpr wchar_t source[] = L"Tessera.Progress";
+
+constexpr MemberName let_percentage{source, L"Public Property Let 'Percentage'"};
+constexpr MemberName let_caption{source, L"Public Property Let 'Caption'"};
+constexpr MemberName open_process{source, L"Private Sub 'StartProcess'"};
+constexpr MemberName close_process{source, L"Private Sub 'StopProcess'"};
+constexpr MemberName get_process_state{source, L"Public Property Get 'State'"};
+constexpr MemberName get_direction{source, L"Public Property Get 'Where'"};
 
 ComPtr<IKelosWindowService> window_service() {
     const auto application = get(host_service(), &IKelosService::get_Application);
     return get(application, &IKelosApplication::get_WindowService);
 }
 
-constexpr bool is_running(short percentage) noexcept {
+constexpr bool is_running(std::int16_t percentage) noexcept {
     return percentage >= 0 && percentage < 100;
 }
 
@@ -38,26 +43,26 @@ Progress::~Progress() {
 // Course of the work
 // ---------------------------------------------------------------------------------------------
 
-STDMETHODIMP Progress::put_Percentage(short NewValue) {
-    return trapped(member(L"Public Property Let 'Percentage'"), [&] {
+void Progress::set_percentage(std::int16_t percentage) noexcept {
+    guarded(let_percentage, [&] {
         // A click that waits counts for this step already.
         handle_pending_messages();
         restore_undo_state();
-        if (!is_running(NewValue)) {
-            move_bar(NewValue);
-            StopProcess();
+        if (!is_running(percentage)) {
+            move_bar(percentage);
+            stop_process();
         } else {
             // Work begins anew at 0: then the form gets another chance.
-            if (NewValue == 0 || !opening_failed_) start();
-            move_bar(NewValue);
+            if (percentage == 0 || !opening_failed_) start_process();
+            move_bar(percentage);
         }
-        enter_state(NewValue);
+        enter_state(percentage);
         // Lets the form show the bar's new position.
         handle_pending_messages();
     });
 }
 
-void Progress::enter_state(short percentage) {
+void Progress::enter_state(std::int16_t percentage) {
     if (!is_running(percentage)) {
         state_ = uccStateClosed;
     } else if (percentage == 0) {
@@ -69,26 +74,20 @@ void Progress::enter_state(short percentage) {
     }
 }
 
-STDMETHODIMP Progress::StartProcess() {
-    start();
-    return S_OK;
-}
-
-STDMETHODIMP Progress::StopProcess() {
-    stop();
-    opening_failed_ = false;
-    return S_OK;
-}
-
-void Progress::start() noexcept {
-    guarded(member(L"Private Sub 'StartProcess'"), [&] {
+void Progress::start_process() noexcept {
+    guarded(open_process, [&] {
         if (!form_) open_form();
         restore_undo_state();
     });
 }
 
+void Progress::stop_process() noexcept {
+    stop();
+    opening_failed_ = false;
+}
+
 void Progress::stop() noexcept {
-    guarded(member(L"Private Sub 'StopProcess'"), [&] {
+    guarded(close_process, [&] {
         if (form_) close_form();
     });
 }
@@ -134,12 +133,10 @@ void Progress::restore_undo_state() {
     if (const ComPtr<PrgFrm> form = form_) form->restore_undo_state();
 }
 
-void Progress::move_bar(short percentage) {
+void Progress::move_bar(std::int16_t percentage) {
     const ComPtr<PrgFrm> form = form_;
     if (!form || !form->is_open()) return;
-    ComPtr<IKelosBar> bar;
-    form->get_PBar(bar.put());
-    call(bar, &IKelosBar::put_Value, static_cast<double>(percentage));
+    call(form->bar(), &IKelosBar::put_Value, static_cast<double>(percentage));
 }
 
 void Progress::handle_pending_messages() noexcept {
@@ -147,32 +144,56 @@ void Progress::handle_pending_messages() noexcept {
 }
 
 // ---------------------------------------------------------------------------------------------
-// Plain properties
+// Properties
 // ---------------------------------------------------------------------------------------------
 
+void Progress::set_caption(std::wstring_view caption) noexcept {
+    guarded(let_caption, [&] { caption_ = Bstr(caption); });
+}
+
+uceProgressState Progress::state() noexcept {
+    handle_pending_messages();
+    return state_;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Automation
+// ---------------------------------------------------------------------------------------------
+
+STDMETHODIMP Progress::put_Percentage(short NewValue) {
+    set_percentage(NewValue);
+    return S_OK;
+}
+
 STDMETHODIMP Progress::put_Caption(BSTR NewValue) {
-    return trapped(member(L"Public Property Let 'Caption'"),
-                   [&] { caption_ = Bstr(automation::view_of(NewValue)); });
+    set_caption(automation::view_of(NewValue));
+    return S_OK;
+}
+
+STDMETHODIMP Progress::StartProcess() {
+    start_process();
+    return S_OK;
+}
+
+STDMETHODIMP Progress::StopProcess() {
+    stop_process();
+    return S_OK;
 }
 
 STDMETHODIMP Progress::get_State(uceProgressState* Result) {
-    return trapped(Result, member(L"Public Property Get 'State'"), [&](auto& result) {
-        handle_pending_messages();
-        result = state_;
-    });
+    return answer(Result, get_process_state, [&] { return state(); });
 }
 
 STDMETHODIMP Progress::put_State(uceProgressState NewValue) {
-    return trapped(member(L"Public Property Let 'State'"), [&] { state_ = NewValue; });
+    return keep(state_, NewValue);
 }
 
 STDMETHODIMP Progress::get_Where(uceWhere* Result) {
-    return trapped(Result, member(L"Public Property Get 'Where'"),
-                   [&](auto& result) { result = where_; });
+    return give(Result, where_, get_direction);
 }
 
 STDMETHODIMP Progress::put_Where(uceWhere NewValue) {
-    return trapped(member(L"Public Property Let 'Where'"), [&] { where_ = NewValue; });
+    return keep(where_, NewValue);
 }
 
 // Picture alone has no trap: what little can go wrong is its caller's.

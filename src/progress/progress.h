@@ -19,6 +19,18 @@ class Progress : public automation::Object<Progress, ITesseraProgress> {
 
     ~Progress();
 
+    void set_percentage(std::int16_t percentage) noexcept;
+    // Stored; the next form that is opened shows it.
+    void set_caption(std::wstring_view caption) noexcept;
+    void set_where(uceWhere where) noexcept { where_ = where; }
+    void set_state(uceProgressState state) noexcept { state_ = state; }
+    // Handles a waiting click first.
+    uceProgressState state() noexcept;
+    // Opens the form if it is not open.
+    void start_process() noexcept;
+    // Closes the form if it is open.
+    void stop_process() noexcept;
+
     STDMETHODIMP put_Percentage(short NewValue) override;
     STDMETHODIMP put_Caption(BSTR NewValue) override;
     STDMETHODIMP StartProcess() override;
@@ -31,12 +43,11 @@ class Progress : public automation::Object<Progress, ITesseraProgress> {
     STDMETHODIMP put_Picture(BSTR NewValue) override;
 
   private:
-    void start() noexcept;
     void stop() noexcept;
     void open_form();
     void close_form();
-    void move_bar(short percentage);
-    void enter_state(short percentage);
+    void move_bar(std::int16_t percentage);
+    void enter_state(std::int16_t percentage);
     void restore_undo_state();
     void handle_pending_messages() noexcept;
 

@@ -17,9 +17,21 @@ namespace {
 
 constexpr wchar_t source[] = L"HQuery (Tessera)";
 
-constexpr MemberName member(const wchar_t* label) {
-    return {source, label};
-}
+constexpr MemberName get_workset{source, L"Public Property Get 'WorkSet'"};
+constexpr MemberName get_query{source, L"Public Property Get 'Query'"};
+constexpr MemberName get_lcid{source, L"Public Function 'GetLCID'"};
+constexpr MemberName get_all_columns{source, L"Private Function 'GetAllColumns'"};
+constexpr MemberName get_column_count{source, L"Public Property Get 'ColumnCount'"};
+constexpr MemberName get_column_item{source, L"Public Property Get 'ColumnItem'"};
+constexpr MemberName move_first_row{source, L"Public Sub 'MoveFirst'"};
+constexpr MemberName move_next_row{source, L"Public Sub 'MoveNext'"};
+constexpr MemberName get_eof{source, L"Public Property Get 'EOF'"};
+constexpr MemberName get_cell{source, L"Public Property Get 'Cell'"};
+constexpr MemberName get_cell_text{source, L"Public Property Get 'CellText'"};
+constexpr MemberName get_current_query{source, L"Public Property Get 'CurrentQuery'"};
+constexpr MemberName get_row_index{source, L"Public Property Get 'CurrentQueryRowIndex'"};
+constexpr MemberName get_column_index{source, L"Public Property Get 'CurrentQueryColumnIndex'"};
+constexpr MemberName get_progress_state{source, L"Public Property Get 'State'"};
 
 constexpr wchar_t key_reading[] = L"~018a0 Abfrage lesen...";
 constexpr wchar_t message_at_end[] = L"EOF";
@@ -29,83 +41,43 @@ constexpr long rows_per_percentage = 50;
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------
-// Workset and query
+// Workset, query and columns
 // ---------------------------------------------------------------------------------------------
 
-STDMETHODIMP HQuery::get_WorkSet(IKelosWorkset** Result) {
-    return trapped(Result, member(L"Public Property Get 'WorkSet'"),
-                   [&](auto& result) { result = workset_; });
-}
-
-STDMETHODIMP HQuery::put_WorkSet(IKelosWorkset* NewValue) {
-    return trapped(member(L"Public Property Let 'WorkSet'"), [&] { workset_ = NewValue; });
-}
-
-STDMETHODIMP HQuery::putref_WorkSet(IKelosWorkset* NewValue) {
-    return trapped(member(L"Public Property Set 'WorkSet'"), [&] { workset_ = NewValue; });
-}
-
-STDMETHODIMP HQuery::get_Query(IKelosQuery** Result) {
-    return trapped(Result, member(L"Public Property Get 'Query'"),
-                   [&](auto& result) { result = query_; });
-}
-
-STDMETHODIMP HQuery::put_Query(IKelosQuery* NewValue) {
-    return trapped(member(L"Public Property Let 'Query'"), [&] { set_query(NewValue); });
-}
-
-STDMETHODIMP HQuery::putref_Query(IKelosQuery* NewValue) {
-    return trapped(member(L"Public Property Set 'Query'"), [&] { set_query(NewValue); });
-}
-
-void HQuery::set_query(IKelosQuery* query) {
+void HQuery::set_query(IKelosQuery* query) noexcept {
     query_ = query;
     total_rows_ = 0;
     GetAllColumns();
-    MoveFirst();
+    move_first();
 }
 
-STDMETHODIMP HQuery::GetLCID(IKelosQColumnDef* ColDefI, long* Result) {
-    return trapped(Result, member(L"Public Function 'GetLCID'"), [&](long& result) {
-        if (ColDefI)
-            result = get(ColDefI, &IKelosQColumnDef::get_LCID);
+void HQuery::GetAllColumns() noexcept {
+    guarded(get_all_columns, [&] { columns_.collect(query_); });
+}
+
+long HQuery::lcid(IKelosQColumnDef* column) const noexcept {
+    return guarded_result<long>(get_lcid, [&](long& result) {
+        if (column)
+            result = get(column, &IKelosQColumnDef::get_LCID);
         else if (workset_)
             result = get(workset_, &IKelosWorkset::get_CurrentLCID);
     });
 }
 
-// ---------------------------------------------------------------------------------------------
-// Columns
-// ---------------------------------------------------------------------------------------------
-
-void HQuery::GetAllColumns() noexcept {
-    guarded(member(L"Private Function 'GetAllColumns'"), [&] { columns_.collect(query_); });
-}
-
-STDMETHODIMP HQuery::get_ColumnCount(short* Result) {
-    return trapped(Result, member(L"Public Property Get 'ColumnCount'"),
-                   [&](short& result) { result = columns_.count(); });
-}
-
-STDMETHODIMP HQuery::get_ColumnItem(short Index, IKelosQColumnDef** Result) {
-    return trapped(Result, member(L"Public Property Get 'ColumnItem'"),
-                   [&](auto& result) { result = columns_.item(Index); });
+ComPtr<IKelosQColumnDef> HQuery::column(std::int16_t column) const noexcept {
+    return guarded_result<ComPtr<IKelosQColumnDef>>(
+        get_column_item, [&](auto& result) { result = columns_.item(column); });
 }
 
 // ---------------------------------------------------------------------------------------------
 // Walk
 // ---------------------------------------------------------------------------------------------
 
-STDMETHODIMP HQuery::MoveFirst() {
-    return trapped(member(L"Public Sub 'MoveFirst'"), [&] {
+void HQuery::move_first() noexcept {
+    guarded(move_first_row, [&] {
         go_to_first_row();
         if (!at_end_) show_beginning();
     });
-}
-
-STDMETHODIMP HQuery::MoveNext() {
-    move_next();
-    return S_OK;
 }
 
 void HQuery::go_to_first_row() {
@@ -121,18 +93,14 @@ void HQuery::go_to_first_row() {
 }
 
 bool HQuery::move_next() noexcept {
-    bool moved = false;
-    guarded(member(L"Public Sub 'MoveNext'"), [&] {
+    return guarded_result<bool>(move_next_row, [&](bool& moved) {
         row_.clear();
-        uceProgressState state = uccStateClosed;
-        progress().get_State(&state);
-        if (state == uccStateAbort) return;
+        if (progress().state() == uccStateAbort) return;
         if (row_counter_ < std::numeric_limits<long>::max()) ++row_counter_;
         if (row_counter_ > 1) leave_row();
         moved = true;
         if (!at_end_) show_percentage();
     });
-    return moved;
 }
 
 void HQuery::leave_row() {
@@ -156,17 +124,12 @@ void HQuery::go_to_next_row() {
     while (!frame_.has_row()) {
         if (depth_ == 0) {
             at_end_ = true;
-            progress().StopProcess();
+            progress().stop_process();
             return;
         }
         frame_ = std::exchange(parents_[--depth_], {});
         frame_.next_row();
     }
-}
-
-STDMETHODIMP HQuery::get_EOF(VARIANT_BOOL* Result) {
-    return trapped(Result, member(L"Public Property Get 'EOF'"),
-                   [&](VARIANT_BOOL& result) { result = as_variant_bool(!has_row()); });
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -178,60 +141,56 @@ bool HQuery::show_at_end() const {
     return at_end_;
 }
 
-STDMETHODIMP HQuery::get_Cell(short ColIndex, IKelosCell** Result) {
-    return trapped(Result, member(L"Public Property Get 'Cell'"), [&](auto& result) {
+ComPtr<IKelosCell> HQuery::cell(std::int16_t column) noexcept {
+    return guarded_result<ComPtr<IKelosCell>>(get_cell, [&](auto& result) {
         if (show_at_end() || row_counter_ == 0) return;
-        if (const ComPtr<IKelosCell>* const kept = row_.cell(ColIndex)) {
+        if (const ComPtr<IKelosCell>* const kept = row_.cell(column)) {
             result = *kept;
             return;
         }
-        result = frame_.cell(ColIndex);
-        row_.keep_cell(ColIndex, result);
+        result = frame_.cell(column);
+        row_.keep_cell(column, result);
     });
 }
 
-STDMETHODIMP HQuery::get_CellText(short ColIndex, uceDataType VType, BSTR* Result) {
-    return trapped(Result, member(L"Public Property Get 'CellText'"), [&](Bstr& result) {
-        if (const Bstr* const kept = row_.text(ColIndex)) {
+Bstr HQuery::cell_text(std::int16_t column, uceDataType form) noexcept {
+    return guarded_result<Bstr>(get_cell_text, [&](Bstr& result) {
+        if (const Bstr* const kept = row_.text(column)) {
             result = *kept;
             return;
         }
-        ComPtr<IKelosCell> cell;
-        get_Cell(ColIndex, cell.put());
-        if (cell) result = get(cell, &IKelosCell::get_Text);
-        if (VType == uccMSOfficeString) result = GetOfficeString(result.view(), any_lcid);
+        if (const auto found = cell(column)) result = get(found, &IKelosCell::get_Text);
+        if (form == uccMSOfficeString) result = GetOfficeString(result.view(), any_lcid);
         // At the end every read shows the message.
-        if (has_row()) row_.keep_text(ColIndex, result);
+        if (!is_at_end()) row_.keep_text(column, result);
     });
 }
 
-STDMETHODIMP HQuery::get_CurrentQuery(IKelosQuery** Result) {
-    return trapped(Result, member(L"Public Property Get 'CurrentQuery'"), [&](auto& result) {
+ComPtr<IKelosQuery> HQuery::current_query() const noexcept {
+    return guarded_result<ComPtr<IKelosQuery>>(get_current_query, [&](auto& result) {
         if (!show_at_end()) result = frame_.query();
     });
 }
 
-STDMETHODIMP HQuery::get_CurrentQueryRowIndex(long* Result) {
-    return trapped(Result, member(L"Public Property Get 'CurrentQueryRowIndex'"),
-                   [&](long& result) {
-                       if (!show_at_end() && has_row()) result = frame_.row();
-                   });
+long HQuery::current_row() const noexcept {
+    return guarded_result<long>(get_row_index, [&](long& result) {
+        if (!show_at_end() && !is_at_end()) result = frame_.row();
+    });
 }
 
-STDMETHODIMP HQuery::get_CurrentQueryColumnIndex(short ColIndex, short* Result) {
-    return trapped(Result, member(L"Public Property Get 'CurrentQueryColumnIndex'"),
-                   [&](short& result) {
-                       if (!show_at_end()) result = frame_.column_index(ColIndex);
-                   });
+std::int16_t HQuery::current_column(std::int16_t column) const noexcept {
+    return guarded_result<std::int16_t>(get_column_index, [&](auto& result) {
+        if (!show_at_end()) result = frame_.column_index(column);
+    });
 }
 
 // ---------------------------------------------------------------------------------------------
 // Progress
 // ---------------------------------------------------------------------------------------------
 
-STDMETHODIMP HQuery::get_State(uceProgressState* Result) {
-    return trapped(Result, member(L"Public Property Get 'State'"),
-                   [&](auto& result) { progress().get_State(&result); });
+uceProgressState HQuery::state() noexcept {
+    return guarded_result<uceProgressState>(get_progress_state,
+                                            [&](auto& result) { result = progress().state(); });
 }
 
 Progress& HQuery::progress() {
@@ -240,10 +199,9 @@ Progress& HQuery::progress() {
 }
 
 void HQuery::show_beginning() {
-    const Bstr caption = translate(key_reading);
-    progress().put_Caption(caption.get());
-    progress().put_Where(uccKelosToBox);
-    progress().put_Percentage(0);
+    progress().set_caption(translate(key_reading).view());
+    progress().set_where(uccKelosToBox);
+    progress().set_percentage(0);
 }
 
 void HQuery::show_percentage() {
@@ -254,8 +212,88 @@ void HQuery::show_percentage() {
     // A total that is too small for the rows there are gives percentages beyond 100, which are all
     // the same.
     const std::int64_t percentage = std::int64_t{row_counter_} * 100 / total_rows_;
-    progress().put_Percentage(
-        static_cast<short>(std::min<std::int64_t>(percentage, std::numeric_limits<short>::max())));
+    progress().set_percentage(static_cast<std::int16_t>(
+        std::min<std::int64_t>(percentage, std::numeric_limits<std::int16_t>::max())));
+}
+
+// ---------------------------------------------------------------------------------------------
+// Automation
+// ---------------------------------------------------------------------------------------------
+
+STDMETHODIMP HQuery::get_WorkSet(IKelosWorkset** Result) {
+    return give(Result, workset_, get_workset);
+}
+
+STDMETHODIMP HQuery::put_WorkSet(IKelosWorkset* NewValue) {
+    return keep(workset_, NewValue);
+}
+
+STDMETHODIMP HQuery::putref_WorkSet(IKelosWorkset* NewValue) {
+    return keep(workset_, NewValue);
+}
+
+STDMETHODIMP HQuery::get_Query(IKelosQuery** Result) {
+    return give(Result, query_, get_query);
+}
+
+STDMETHODIMP HQuery::put_Query(IKelosQuery* NewValue) {
+    set_query(NewValue);
+    return S_OK;
+}
+
+STDMETHODIMP HQuery::putref_Query(IKelosQuery* NewValue) {
+    set_query(NewValue);
+    return S_OK;
+}
+
+STDMETHODIMP HQuery::GetLCID(IKelosQColumnDef* ColDefI, long* Result) {
+    return answer(Result, get_lcid, [&] { return lcid(ColDefI); });
+}
+
+STDMETHODIMP HQuery::get_ColumnCount(short* Result) {
+    return answer(Result, get_column_count, [&] { return column_count(); });
+}
+
+STDMETHODIMP HQuery::get_ColumnItem(short Index, IKelosQColumnDef** Result) {
+    return answer(Result, get_column_item, [&] { return column(Index); });
+}
+
+STDMETHODIMP HQuery::MoveFirst() {
+    move_first();
+    return S_OK;
+}
+
+STDMETHODIMP HQuery::MoveNext() {
+    move_next();
+    return S_OK;
+}
+
+STDMETHODIMP HQuery::get_EOF(VARIANT_BOOL* Result) {
+    return answer(Result, get_eof, [&] { return is_at_end(); });
+}
+
+STDMETHODIMP HQuery::get_Cell(short ColIndex, IKelosCell** Result) {
+    return answer(Result, get_cell, [&] { return cell(ColIndex); });
+}
+
+STDMETHODIMP HQuery::get_CellText(short ColIndex, uceDataType VType, BSTR* Result) {
+    return answer(Result, get_cell_text, [&] { return cell_text(ColIndex, VType); });
+}
+
+STDMETHODIMP HQuery::get_State(uceProgressState* Result) {
+    return answer(Result, get_progress_state, [&] { return state(); });
+}
+
+STDMETHODIMP HQuery::get_CurrentQuery(IKelosQuery** Result) {
+    return answer(Result, get_current_query, [&] { return current_query(); });
+}
+
+STDMETHODIMP HQuery::get_CurrentQueryRowIndex(long* Result) {
+    return answer(Result, get_row_index, [&] { return current_row(); });
+}
+
+STDMETHODIMP HQuery::get_CurrentQueryColumnIndex(short ColIndex, short* Result) {
+    return answer(Result, get_column_index, [&] { return current_column(ColIndex); });
 }
 
 }  // namespace tessera

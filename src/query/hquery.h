@@ -25,6 +25,29 @@ class HQuery : public automation::Object<HQuery, ITesseraHQuery> {
   public:
     static constexpr CLSID class_id = __uuidof(::HQuery);
 
+    void set_query(IKelosQuery* query) noexcept;
+    // The language of the column, or of the workset when there is no column.
+    long lcid(IKelosQColumnDef* column) const noexcept;
+
+    std::int16_t column_count() const noexcept { return columns_.count(); }
+    // Columns of all levels count from 1.
+    automation::ComPtr<IKelosQColumnDef> column(std::int16_t column) const noexcept;
+    bool is_relevant(std::int16_t column) const noexcept { return columns_.is_relevant(column); }
+
+    void move_first() noexcept;
+    // False when the cursor is still on its row: after an abort or a failure.
+    bool move_next() noexcept;
+    bool is_at_end() const noexcept { return at_end_ || row_counter_ == 0 || !frame_.has_row(); }
+    uceProgressState state() noexcept;
+
+    // The current row. At the end each of these shows the message.
+    automation::ComPtr<IKelosCell> cell(std::int16_t column) noexcept;
+    // Within a row, the form in which a column's text is first asked for counts.
+    automation::Bstr cell_text(std::int16_t column, uceDataType form) noexcept;
+    automation::ComPtr<IKelosQuery> current_query() const noexcept;
+    long current_row() const noexcept;
+    std::int16_t current_column(std::int16_t column) const noexcept;
+
     STDMETHODIMP get_WorkSet(IKelosWorkset** Result) override;
     STDMETHODIMP put_WorkSet(IKelosWorkset* NewValue) override;
     STDMETHODIMP putref_WorkSet(IKelosWorkset* NewValue) override;
@@ -35,7 +58,6 @@ class HQuery : public automation::Object<HQuery, ITesseraHQuery> {
     STDMETHODIMP MoveNext() override;
     STDMETHODIMP get_EOF(VARIANT_BOOL* Result) override;
     STDMETHODIMP get_Cell(short ColIndex, IKelosCell** Result) override;
-    // Within a row, the form in which a column's text is first asked for counts.
     STDMETHODIMP get_CellText(short ColIndex, uceDataType VType, BSTR* Result) override;
     STDMETHODIMP GetLCID(IKelosQColumnDef* ColDefI, long* Result) override;
     STDMETHODIMP get_ColumnCount(short* Result) override;
@@ -45,22 +67,15 @@ class HQuery : public automation::Object<HQuery, ITesseraHQuery> {
     STDMETHODIMP get_CurrentQueryRowIndex(long* Result) override;
     STDMETHODIMP get_CurrentQueryColumnIndex(short ColIndex, short* Result) override;
 
-    // Internal members, for the query XML writer.
-    bool ColRelevant(std::int16_t column) const noexcept { return columns_.is_relevant(column); }
-    // What MoveNext does. False when the cursor is still on its row: after an abort or a failure.
-    bool move_next() noexcept;
-
   private:
     static constexpr std::size_t max_depth = 20;
 
-    void set_query(IKelosQuery* query);
     void GetAllColumns() noexcept;
     void go_to_first_row();
     void leave_row();
     bool enter_nested_query();
     void go_to_next_row();
 
-    bool has_row() const noexcept { return !at_end_ && row_counter_ > 0 && frame_.has_row(); }
     // Shows the message when the walk is at its end.
     bool show_at_end() const;
 

@@ -17,9 +17,17 @@ using automation::get;
 
 namespace {
 
-constexpr MemberName member(const wchar_t* label) {
-    return {L"QContent (Tessera)", label};
-}
+constexpr wchar_t source[] = L"QContent (Tessera)";
+
+constexpr MemberName get_cursor{source, L"Public Property Get 'HQuery'"};
+constexpr MemberName xml_columns{source, L"Public Function 'XMLColumns'"};
+constexpr MemberName internal_xml_row{source, L"Private Function 'internalXMLRow'"};
+constexpr MemberName xml_row{source, L"Public Function 'XMLRow'"};
+constexpr MemberName xml_complete{source, L"Public Function 'XMLComplete'"};
+constexpr MemberName get_office_string{source, L"Public Function 'GetOfficeString'"};
+constexpr MemberName xml_row_as_string{source, L"Public Function 'XMLRowAsString'"};
+constexpr MemberName encode_text{source, L"Private sub 'Encode'"};
+constexpr MemberName dom_doc_as_string{source, L"Public Function 'DOMDocAsString'"};
 
 // The declaration that every string begins with, whatever the document's own.
 constexpr wchar_t declaration[] = L"<?xml version=\"1.0\" encoding=\"ISO-10646-UCS-2\"?>";
@@ -50,71 +58,86 @@ HQuery& QContent::cursor() {
     return *cursor_;
 }
 
-STDMETHODIMP QContent::get_HQuery(ITesseraHQuery** Result) {
-    return trapped(Result, member(L"Public Property Get 'HQuery'"),
-                   [&](auto& result) { result = cursor().main_pointer(); });
-}
-
-STDMETHODIMP QContent::XMLColumns(IXMLDOMDocument** Result) {
-    return trapped(Result, member(L"Public Function 'XMLColumns'"), [&](dom::Document& result) {
+dom::Document QContent::columns() noexcept {
+    return guarded_result<dom::Document>(xml_columns, [&](dom::Document& result) {
         result = content_document();
         write_columns(cursor(), result);
     });
 }
 
-bool QContent::internalXMLRow(dom::Document& document) noexcept {
-    bool written = false;
-    guarded(member(L"Private Function 'internalXMLRow'"), [&] {
-        if (is_at_end(cursor())) return;
-        document = row_document(cursor());
-        written = static_cast<bool>(document);
-    });
-    return written;
-}
-
-STDMETHODIMP QContent::XMLRow(IXMLDOMDocument** Result) {
-    return trapped(Result, member(L"Public Function 'XMLRow'"), [&](dom::Document& result) {
-        dom::Document document;
-        if (internalXMLRow(document)) result = std::move(document);
+dom::Document QContent::row() noexcept {
+    return guarded_result<dom::Document>(internal_xml_row, [&](dom::Document& result) {
+        if (!cursor().is_at_end()) result = row_document(cursor());
     });
 }
 
-STDMETHODIMP QContent::XMLComplete(IXMLDOMDocument** Result) {
-    return trapped(Result, member(L"Public Function 'XMLComplete'"), [&](dom::Document& result) {
+dom::Document QContent::complete() noexcept {
+    return guarded_result<dom::Document>(xml_complete, [&](dom::Document& result) {
         result = content_document();
         write_query(cursor(), contents_root(result));
     });
 }
 
-STDMETHODIMP QContent::GetOfficeString(BSTR VBString, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'GetOfficeString'"), [&](Bstr& result) {
-        result = Bstr(office_string(automation::as_u16(automation::view_of(VBString))));
-    });
-}
-
-STDMETHODIMP QContent::XMLRowAsString(BSTR* ResultXML, VARIANT_BOOL WithEncode,
-                                      VARIANT_BOOL* Result) {
-    return trapped(Result, member(L"Public Function 'XMLRowAsString'"), [&](VARIANT_BOOL& result) {
-        if (!ResultXML) automation::fail(E_POINTER);
-        SysFreeString(std::exchange(*ResultXML, nullptr));
-        dom::Document document;
-        if (!internalXMLRow(document)) return;
-        Bstr text = text_of(document);
-        result = VARIANT_TRUE;
-        if (WithEncode) Encode(text);
-        *ResultXML = text.detach();
+Bstr QContent::row_text(bool encoded) noexcept {
+    return guarded_result<Bstr>(xml_row_as_string, [&](Bstr& result) {
+        const dom::Document document = row();
+        if (!document) return;
+        result = text_of(document);
+        if (encoded) Encode(result);
     });
 }
 
 void QContent::Encode(Bstr& text) noexcept {
-    guarded(member(L"Private sub 'Encode'"),
+    guarded(encode_text,
             [&] { text = automation::ThreadKept<HostEncoding>::get().encode(text.view()); });
 }
 
-STDMETHODIMP QContent::DOMDocAsString(IXMLDOMDocument* DOMDoc, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'DOMDocAsString'"), [&](Bstr& result) {
-        if (DOMDoc) result = text_of(DOMDoc);
+Bstr QContent::document_text(const dom::Document& document) noexcept {
+    return guarded_result<Bstr>(dom_doc_as_string, [&](Bstr& result) {
+        if (document) result = text_of(document);
     });
+}
+
+// ---------------------------------------------------------------------------------------------
+// Automation
+// ---------------------------------------------------------------------------------------------
+
+STDMETHODIMP QContent::get_HQuery(ITesseraHQuery** Result) {
+    return answer(Result, get_cursor, [&] { return cursor().main_pointer(); });
+}
+
+STDMETHODIMP QContent::XMLColumns(IXMLDOMDocument** Result) {
+    return answer(Result, xml_columns, [&] { return columns(); });
+}
+
+STDMETHODIMP QContent::XMLRow(IXMLDOMDocument** Result) {
+    return answer(Result, xml_row, [&] { return row(); });
+}
+
+STDMETHODIMP QContent::XMLComplete(IXMLDOMDocument** Result) {
+    return answer(Result, xml_complete, [&] { return complete(); });
+}
+
+STDMETHODIMP QContent::GetOfficeString(BSTR VBString, BSTR* Result) {
+    return answer(Result, get_office_string, [&] {
+        return Bstr(office_string(automation::as_u16(automation::view_of(VBString))));
+    });
+}
+
+// The text that the caller passes in is let go before anything can fail.
+STDMETHODIMP QContent::XMLRowAsString(BSTR* ResultXML, VARIANT_BOOL WithEncode,
+                                      VARIANT_BOOL* Result) {
+    return trapped(Result, xml_row_as_string, [&](VARIANT_BOOL& result) {
+        if (!ResultXML) automation::fail(E_POINTER);
+        SysFreeString(std::exchange(*ResultXML, nullptr));
+        Bstr text = row_text(WithEncode != VARIANT_FALSE);
+        result = as_variant_bool(!text.empty());
+        *ResultXML = text.detach();
+    });
+}
+
+STDMETHODIMP QContent::DOMDocAsString(IXMLDOMDocument* DOMDoc, BSTR* Result) {
+    return answer(Result, dom_doc_as_string, [&] { return document_text(DOMDoc); });
 }
 
 }  // namespace tessera

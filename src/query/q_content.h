@@ -14,6 +14,17 @@ class QContent : public automation::Object<QContent, ITesseraQContent> {
   public:
     static constexpr CLSID class_id = __uuidof(::QContent);
 
+    dom::Document columns() noexcept;
+    // The document of the cursor's row; nothing when there is none. The row builder's label is its
+    // own: XMLRow adds nothing to it that could fail.
+    dom::Document row() noexcept;
+    // Declaration and document of the cursor's row, encoded when asked for; empty when there is
+    // no row.
+    automation::Bstr row_text(bool encoded) noexcept;
+    dom::Document complete() noexcept;
+    // Declaration and document; empty for nothing.
+    static automation::Bstr document_text(const dom::Document& document) noexcept;
+
     STDMETHODIMP get_HQuery(ITesseraHQuery** Result) override;
     STDMETHODIMP XMLColumns(IXMLDOMDocument** Result) override;
     STDMETHODIMP XMLRow(IXMLDOMDocument** Result) override;
@@ -25,8 +36,6 @@ class QContent : public automation::Object<QContent, ITesseraQContent> {
 
   private:
     HQuery& cursor();
-    // The document of the current row in `document`; false when there is none.
-    bool internalXMLRow(dom::Document& document) noexcept;
     // Replaces the text by its encoded form; keeps it when that fails.
     static void Encode(automation::Bstr& text) noexcept;
 

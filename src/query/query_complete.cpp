@@ -15,12 +15,6 @@ using automation::Variant;
 
 namespace {
 
-long lcid_of(HQuery& cursor, IKelosQColumnDef* definition) {
-    long lcid = 0;
-    cursor.GetLCID(definition, &lcid);
-    return lcid;
-}
-
 std::int16_t short_lcid(long lcid) {
     return automation::to_short(Variant(lcid));
 }
@@ -79,22 +73,20 @@ class QueryContents {
     QueryContents(HQuery& cursor, const dom::Node& root)
         : cursor_(cursor),
           root_(root),
-          lcid_(short_lcid(lcid_of(cursor, nullptr))),
-          columns_(column_count(cursor)) {}
+          lcid_(short_lcid(cursor.lcid(nullptr))),
+          columns_(cursor.column_count()) {}
 
     void write_headings() {
         for (int i = 1; i <= columns_; ++i)
-            write_heading(column_item(cursor_, static_cast<std::int16_t>(i)), lcid_, i, root_);
+            write_heading(cursor_.column(static_cast<std::int16_t>(i)), lcid_, i, root_);
     }
 
     void write_row(int row) {
-        ComPtr<IKelosQuery> query;
-        cursor_.get_CurrentQuery(query.put());
-        if (!query) return;
+        if (!cursor_.current_query()) return;
         for (int j = 1; j <= columns_; ++j) {
             const auto column = static_cast<std::int16_t>(j);
-            const auto definition = column_item(cursor_, column);
-            if (const auto cell = cell_of(cursor_, column)) write_cell(cell, definition, row, j);
+            const auto definition = cursor_.column(column);
+            if (const auto cell = cursor_.cell(column)) write_cell(cell, definition, row, j);
         }
     }
 
@@ -110,7 +102,7 @@ class QueryContents {
         const Variant value = archivable(reference.value(), text);
         content->value().put_LCID(lcid_);
         content->value().put_KelosValue(uccVBString, value);
-        const std::int16_t column_lcid = short_lcid(lcid_of(cursor_, definition.get()));
+        const std::int16_t column_lcid = short_lcid(cursor_.lcid(definition.get()));
         content->value_items().append(value_item(value, text, column_lcid));
         set_pointer(*content, row, column);
         append_to(root_, *content);
@@ -128,10 +120,7 @@ void write_query(HQuery& cursor, const dom::Node& contents_root) {
     QueryContents contents(cursor, contents_root);
     contents.write_headings();
     for (int row = 1;; ++row) {
-        uceProgressState state = uccStateClosed;
-        if (is_at_end(cursor)) return;
-        cursor.get_State(&state);
-        if (state == uccStateAbort) return;
+        if (cursor.is_at_end() || cursor.state() == uccStateAbort) return;
         contents.write_row(row);
         // After a failed move the next one passes over what failed, so that no row comes twice.
         if (!cursor.move_next()) cursor.move_next();

@@ -82,38 +82,14 @@ CellReference::CellReference(const ComPtr<IKelosCell>& cell)
     }
 }
 
-bool is_at_end(HQuery& cursor) {
-    VARIANT_BOOL at_end = VARIANT_TRUE;
-    cursor.get_EOF(&at_end);
-    return at_end != VARIANT_FALSE;
-}
-
-std::int16_t column_count(HQuery& cursor) {
-    short count = 0;
-    cursor.get_ColumnCount(&count);
-    return count;
-}
-
-ComPtr<IKelosQColumnDef> column_item(HQuery& cursor, std::int16_t column) {
-    ComPtr<IKelosQColumnDef> definition;
-    cursor.get_ColumnItem(column, definition.put());
-    return definition;
-}
-
-ComPtr<IKelosCell> cell_of(HQuery& cursor, std::int16_t column) {
-    ComPtr<IKelosCell> cell;
-    cursor.get_Cell(column, cell.put());
-    return cell;
-}
-
 void write_columns(HQuery& cursor, const dom::Document& document) {
     const dom::Element columns = write_title(document, L"Columns");
     const dom::Element relation = dom::create_element(document, L"ColumnsRelation");
-    const int count = column_count(cursor);
+    const int count = cursor.column_count();
     for (int i = 1; i <= count; ++i) {
         const auto column = static_cast<std::int16_t>(i);
-        const auto definition = column_item(cursor, column);
-        if (!cursor.ColRelevant(column)) continue;
+        const auto definition = cursor.column(column);
+        if (!cursor.is_relevant(column)) continue;
         call(definition, &IKelosQColumnDef::WriteXML, static_cast<IXMLDOMNode*>(columns.get()));
         const Bstr name = get(definition, &IKelosQColumnDef::get_Name);
         dom::set_attribute(relation, (L"F" + std::to_wstring(i)).c_str(), name.view());
@@ -124,17 +100,17 @@ void write_columns(HQuery& cursor, const dom::Document& document) {
 dom::Document row_document(HQuery& cursor) {
     dom::Document document;
     dom::Element row;
-    const int count = column_count(cursor);
+    const int count = cursor.column_count();
     for (int i = 1; i <= count; ++i) {
         const auto column = static_cast<std::int16_t>(i);
-        if (!cursor.ColRelevant(column)) continue;
-        const auto cell = cell_of(cursor, column);
+        if (!cursor.is_relevant(column)) continue;
+        const auto cell = cursor.cell(column);
         if (!cell) continue;
         if (!document) {
             document = dom::create_document();
             row = write_title(document, L"Row");
         }
-        write_cell(document, row, cell, column_item(cursor, column));
+        write_cell(document, row, cell, cursor.column(column));
     }
     return document;
 }

@@ -23,12 +23,6 @@ class CellReference {
     automation::ComPtr<IKelosObject> object_;
 };
 
-// What ITesseraHQuery's members answer, as owned values.
-bool is_at_end(HQuery& cursor);
-std::int16_t column_count(HQuery& cursor);
-automation::ComPtr<IKelosQColumnDef> column_item(HQuery& cursor, std::int16_t column);
-automation::ComPtr<IKelosCell> cell_of(HQuery& cursor, std::int16_t column);
-
 // Writes the title "Columns" into an empty document: what the relevant columns say of themselves,
 // and the relation of their numbers to their names.
 void write_columns(HQuery& cursor, const dom::Document& document);

@@ -127,7 +127,7 @@ TEST_CASE_FIXTURE(QueryFixture, "a query without rows is at its end at once") {
     cursor->putref_Query(empty ? fake::make_query(empty).get() : nullptr);
     CHECK(at_end());
     CHECK(columns() == expected_columns);
-    CHECK_FALSE(cursor->ColRelevant(1));
+    CHECK_FALSE(cursor->is_relevant(1));
     cursor->MoveNext();
     CHECK(at_end());
     CHECK(error_count() == 0);
