@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
 #include "hostkit/model/model_functions.h"
 #include "hostkit/project_file/loader_parts.h"
 
@@ -12,6 +16,7 @@ struct RowsContext {
     Project* project;
     std::wstring sheet;
     Element* object = nullptr;
+    bool generated = false;
 };
 
 // A whole number is a number, anything else a text.
@@ -22,9 +27,47 @@ Variant parameter_of(const Node& node) {
     return read_number(*text, number) ? Variant(number) : Variant(*text);
 }
 
+// Column letters and the row's number.
+bool is_cell(std::wstring_view cell) {
+    const auto is_letter = [](wchar_t c) {
+        return (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z');
+    };
+    const auto is_digit = [](wchar_t c) { return c >= L'0' && c <= L'9'; };
+    const auto number = std::ranges::find_if_not(cell, is_letter);
+    return number != cell.begin() && number != cell.end() &&
+           std::all_of(number, cell.end(), is_digit);
+}
+
 std::wstring target_text(const Node& node, const RowsContext& context) {
     if (auto target = node.find(L"target")) return *std::move(target);
-    return context.sheet + L"!" + node.text(L"cell");
+    const std::wstring cell = node.text(L"cell");
+    if (!is_cell(context.generated ? with_row(cell, 1) : cell))
+        node.fail(L"\"" + cell + L"\" is no cell");
+    return context.sheet + L"!" + cell;
+}
+
+std::wstring direction_of(const Node& node) {
+    const std::wstring direction = node.text(L"io", L"");
+    for (const std::wstring_view known : {L"", L"I", L"O", L"IO"})
+        if (direction == known) return direction;
+    node.fail(L"\"" + direction + L"\" is no direction: \"I\", \"O\" and \"IO\" are");
+}
+
+bool has_label(const UnitGroup& group, std::wstring_view label) {
+    return std::ranges::any_of(
+        group.units, [&](const auto& unit) { return equal_in_any_case(unit->label, label); });
+}
+
+// The label of a unit that the source can be in; of a source without unit it says nothing.
+std::wstring unit_label_of(const Node& node, const Element& source) {
+    const std::wstring text = node.text(L"unit", L"");
+    const std::wstring_view label = trimmed(text);
+    if (label.empty() || source.kind != ElementKind::attribute) return text;
+    const Unit* const own = static_cast<const Attribute&>(source).type.unit;
+    if (own && !has_label(*own->group, label))
+        node.fail(L"\"" + own->group->name + L"\" has no unit with the label \"" +
+                  std::wstring(label) + L"\"");
+    return text;
 }
 
 Element* source_of(const Node& node, const RowsContext& context) {
@@ -41,25 +84,35 @@ Element* source_of(const Node& node, const RowsContext& context) {
 MappingRow load_row(const Node& node, const RowsContext& context) {
     MappingRow row;
     row.target = target_text(node, context);
-    row.direction = node.text(L"io", L"");
+    row.direction = direction_of(node);
     if (const auto value = node.find(L"value")) {
         row.value = value_of(node, value_type(node, ValueType::text), *value);
     } else if ((row.source = source_of(node, context))) {
         row.property = node.text(L"property");
         row.index = parameter_of(node);
-        row.unit = node.text(L"unit", L"");
+        row.unit = unit_label_of(node, *row.source);
     }
     return row;
 }
 
-MappingBlock load_generated(const Node& node, const RowsContext& context) {
+// Rows are counted, and numbered, with 32 bits.
+void check_countable(const Node& node, const MappingBlock& block, long rows_before) {
+    constexpr std::int64_t most = std::numeric_limits<long>::max();
+    const std::int64_t repeat = block.repeat;
+    if (rows_before + repeat * std::ssize(block.rows) > most || block.first_number + repeat > most)
+        node.fail(L"there are more rows than can be counted");
+}
+
+MappingBlock load_generated(const Node& node, const RowsContext& context, long rows_before) {
+    RowsContext inner = context;
+    inner.generated = true;
     MappingBlock block;
     block.generated = true;
     block.repeat = node.number(L"rows");
     block.first_number = node.number(L"from", 1);
     if (block.repeat < 0) node.fail(L"the number of rows is negative");
-    node.children(
-        {{L"row", [&](const Node& row) { block.rows.push_back(load_row(row, context)); }}});
+    node.children({{L"row", [&](const Node& row) { block.rows.push_back(load_row(row, inner)); }}});
+    check_countable(node, block, rows_before);
     return block;
 }
 
@@ -75,7 +128,7 @@ void load_rows(const Node& node, MappingTable& table, RowsContext context) {
     node.children({{L"row", [&](const Node& row) { plain.rows.push_back(load_row(row, context)); }},
                    {L"generate", [&](const Node& generated) {
                         end_plain();
-                        table.add(load_generated(generated, context));
+                        table.add(load_generated(generated, context, table.count()));
                     }}});
     end_plain();
 }

@@ -3,6 +3,7 @@
 #include <xmllite.h>
 
 #include "automation/error.h"
+#include "hostkit/project_file/file_text.h"
 
 namespace hostkit::project_file {
 namespace {
@@ -87,6 +88,9 @@ ComPtr<IXmlReader> create_reader() {
     return reader;
 }
 
+// Whoever walks the tree calls itself once per level: far deeper files would exhaust the stack.
+constexpr std::size_t max_depth = 1000;
+
 class TreeBuilder {
   public:
     TreeBuilder(const std::wstring& path, const std::string& bytes)
@@ -130,6 +134,10 @@ class TreeBuilder {
     }
 
     void begin_element() {
+        if (open_.size() >= max_depth)
+            fail_in_file(path_, line(),
+                         L"elements stand more than " + std::to_wstring(max_depth) +
+                             L" deep inside each other");
         const bool is_empty = reader_->IsEmptyElement();
         XmlElement element;
         element.name = name();
@@ -192,7 +200,7 @@ void fail_in_file(const std::wstring& path, unsigned line, std::wstring_view pro
 XmlElement read_xml_file(const std::wstring& path) {
     const std::string bytes = File(path).read();
     if (bytes.empty()) fail_in_file(path, 0, L"the file is empty");
-    return TreeBuilder(path, bytes).build();
+    return TreeBuilder(path, utf8_text(path, bytes)).build();
 }
 
 }  // namespace hostkit::project_file

@@ -1,6 +1,10 @@
 #include "hostkit/query/query_run.h"
 
+#include <cstdint>
+#include <limits>
+
 #include "automation/conversion.h"
+#include "automation/error.h"
 #include "hostkit/model/model_functions.h"
 #include "hostkit/query/property_values.h"
 
@@ -65,6 +69,13 @@ CellContent given_cell(const CellDefinition& cell, bool generated, long row) {
     return content;
 }
 
+// A sum over nested queries, as a number that automation can hold.
+long as_total(std::int64_t rows) {
+    if (rows > std::numeric_limits<long>::max())
+        automation::fail(DISP_E_OVERFLOW, L"There are more rows than can be counted");
+    return static_cast<long>(rows);
+}
+
 void select(const ObjectSelection& selection, Element& top, std::vector<Element*>& found) {
     const auto take = [&](Element& element) {
         const bool suits =
@@ -109,12 +120,12 @@ long total_row_count(const QueryState& state) {
     if (state.definition->source == RowSource::generated && rows > 0) {
         // Every row nests the same.
         const auto nested = nested_query(state, 1);
-        return rows * (1 + (nested ? total_row_count(*nested) : 0));
+        return as_total(rows * (std::int64_t{1} + (nested ? total_row_count(*nested) : 0)));
     }
-    long total = rows;
+    std::int64_t total = rows;
     for (long row = 1; row <= rows; ++row)
         if (const auto nested = nested_query(state, row)) total += total_row_count(*nested);
-    return total;
+    return as_total(total);
 }
 
 std::optional<QueryState> nested_query(const QueryState& state, long row) {

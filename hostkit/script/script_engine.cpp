@@ -20,6 +20,16 @@ const wchar_t* terminated(BSTR text) noexcept {
     return text ? text : L"";
 }
 
+// The platform's engine counts line feeds only: a lone carriage return gets one.
+std::wstring with_line_feeds(std::wstring_view code) {
+    std::wstring result;
+    for (std::size_t i = 0; i < code.size(); ++i) {
+        result += code[i];
+        if (code[i] == L'\r' && code.substr(i + 1, 1) != L"\n") result += L'\n';
+    }
+    return result;
+}
+
 DWORD item_flags(IDispatch* object, bool add_members) noexcept {
     if (!object) return SCRIPTITEM_CODEONLY;
     return SCRIPTITEM_ISVISIBLE | (add_members ? SCRIPTITEM_GLOBALMEMBERS : 0);
@@ -105,16 +115,17 @@ STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* obj
         if (item.empty()) automation::fail(E_INVALIDARG, L"A module needs a name");
         if (site_->find_module(item))
             automation::fail(E_INVALIDARG, L"There is a module '" + item + L"' already");
+        const std::wstring text = with_line_feeds(view_of(code));
         // The engine asks for the object while the item is being added.
-        const DWORD cookie = site_->add_module({item, object, std::wstring(view_of(code))});
+        const DWORD cookie = site_->add_module({item, object, text});
         try {
             script_.add_item(item.c_str(), item_flags(object, add_members != VARIANT_FALSE));
         } catch (...) {
             site_->remove_last_module();
             throw;
         }
-        if (view_of(code).empty()) return;
-        run_watched(item, {}, [&] { return script_.run(code, item.c_str(), cookie); });
+        if (text.empty()) return;
+        run_watched(item, {}, [&] { return script_.run(text.c_str(), item.c_str(), cookie); });
     });
 }
 

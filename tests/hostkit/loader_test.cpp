@@ -113,6 +113,41 @@ TEST_CASE_FIXTURE(ComFixture, "what a project file may not say is refused with i
     }
 }
 
+TEST_CASE_FIXTURE(ComFixture,
+                  "what a row of a mapping table may not say is refused with its line") {
+    const Faulty rows[] = {
+        {"<row cell='7A' property='Name'/>", L"\"7A\" is no cell"},
+        {"<row cell='A{row}' property='Name'/>", L"\"A{row}\" is no cell"},
+        {"<generate rows='2'><row cell='A{row}x' value=''/></generate>", L"\"A{row}x\" is no cell"},
+        {"<row cell='A1' property='Name' io='i'/>",
+         L"\"i\" is no direction: \"I\", \"O\" and \"IO\" are"},
+        {"<row cell='A1' attribute='x.p' property='Value' unit='K'/>",
+         L"\"PRESSURE\" has no unit with the label \"K\""},
+        {"<generate rows='2147483647'><row cell='A1' value=''/><row cell='B1' "
+         "value=''/></generate>",
+         L"there are more rows than can be counted"},
+    };
+    for (const Faulty& row : rows) {
+        CAPTURE(row.text);
+        const std::string text =
+            std::string(
+                "<object type='area' name='M'><attribute name='x.p' type='double'"
+                " unit='PRESSURE.PA' value='1'/><mapping><rows object='M'>\n"
+                "<row cell='A1' attribute='x.p' property='Value' unit=' BAR ' io='IO'/>") +
+            row.text + "</rows></mapping></object>";
+        CHECK(problem_of(in_project(text)) == std::wstring(L", line 5: ") + row.problem);
+    }
+}
+
+TEST_CASE_FIXTURE(ComFixture, "elements that stand too deep are refused with their line") {
+    std::string nested;
+    for (int level = 0; level < 100000; ++level)
+        nested += "\n<object type='area' name='A'>";
+    // The project stands in line 3, two levels deep; its objects begin in line 5.
+    CHECK(problem_of(in_project(nested)) ==
+          L", line 1003: elements stand more than 1000 deep inside each other");
+}
+
 TEST_CASE_FIXTURE(ComFixture, "what a query may not say is refused") {
     const Faulty queries[] = {
         {"<query/>", L"the query has no name"},
@@ -147,6 +182,54 @@ TEST_CASE_FIXTURE(ComFixture, "file text of every script survives: UTF-8 with an
         const auto kit = create<IHostKit>(L"Kelos.HostKit");
         get(kit, &IHostKit::Open, Bstr(file.path()).get());
         CHECK(get(kit, &IHostKit::get_Object, Bstr(L"Gr\u00F6\u00DFe \u6728 \U0001D11E").get()));
+    }
+}
+
+TEST_CASE_FIXTURE(ComFixture, "a file is read in the encoding that its mark or declaration says") {
+    const std::string project = in_project("<object type='area' name='\xC4\x80'/>");
+    const auto declared = [&](const char* encoding, const std::string& name) {
+        std::string text = project;
+        text.replace(text.find("\xC4\x80"), 2, name);
+        return std::string("<?xml version='1.0' encoding='") + encoding + "'?>" + text;
+    };
+    const auto utf16 = [](const std::string& bytes, bool big_first) {
+        std::string result;
+        for (const char byte : bytes)
+            result += big_first ? std::string{'\0', byte} : std::string{byte, '\0'};
+        return result;
+    };
+    const std::string wide = utf16(declared("UTF-16", "\xE4"), false);
+    const std::string wide_big = utf16(declared("utf-16", "\xE4"), true);
+    struct Encoded {
+        std::string bytes;
+        const wchar_t* name;  // or, from a comma on, the problem
+    };
+    const Encoded files[] = {
+        {declared("utf-8", "\xC3\xA4"), L"\u00E4"},
+        {declared("ISO-8859-1", "\xE4"), L"\u00E4"},
+        {declared("Windows-1252", "\x80"), L"\u20AC"},
+        {"\xFF\xFE" + wide, L"\u00E4"},
+        {"\xFE\xFF" + wide_big, L"\u00E4"},
+        {wide, L"\u00E4"},
+        {wide_big, L"\u00E4"},
+        {declared("utf-8", "\xE4"), L", line 4: there are bytes that are no UTF-8"},
+        {declared("windows-1252", "\x81"), L", line 4: there are bytes that are no windows-1252"},
+        {wide + std::string("\0\xDC", 2), L", line 6: there are bytes that are no UTF-16"},
+        {declared("utf-16", "a"), L", line 1: the file is not encoded in UTF-16, as it says"},
+        {declared("IBM037", "a"),
+         L", line 1: the encoding \"IBM037\" is not read: UTF-8, UTF-16, windows-1252 and "
+         L"ISO-8859-1 are"},
+    };
+    for (const Encoded& file : files) {
+        CAPTURE(file.name);
+        if (*file.name == L',') {
+            CHECK(problem_of(file.bytes) == file.name);
+            continue;
+        }
+        const TemporaryFile written(file.bytes);
+        const auto kit = create<IHostKit>(L"Kelos.HostKit");
+        get(kit, &IHostKit::Open, Bstr(written.path()).get());
+        CHECK(get(kit, &IHostKit::get_Object, Bstr(file.name).get()));
     }
 }
 

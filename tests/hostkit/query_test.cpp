@@ -217,6 +217,13 @@ TEST_CASE("generated rows count, need no memory and nest the same in every row")
     CHECK(listing(result_of(nested)) == L"1;2");
 }
 
+TEST_CASE("more rows than 32 bits can count are an error of the count") {
+    const LiteralProject beyond(plant, R"(
+<query name='Q'><generate rows='50000'><query><generate rows='50000'/></query></generate></query>)");
+    CHECK(error_of([&] { get(run(beyond.query(L"Q")), &IKelosResultTable::get_TotalRowCount); }) ==
+          L"There are more rows than can be counted");
+}
+
 TEST_CASE("columns describe themselves in their language") {
     const LiteralProject project(plant, R"(
 <query name='Q'>

@@ -117,6 +117,7 @@ const FailingScript run_time_errors[] = {
     {L"Sub DoVex()\r\nErr.Raise 1234, \"me\", \"on purpose\"\r\nEnd Sub", 2,
      L"Err.Raise 1234, \"me\", \"on purpose\"", L"on purpose"},
     {L"Sub DoVex()\nx = 1\nx = 1 / 0\nEnd Sub\n", 3, L"x = 1 / 0", L"Division by zero"},
+    {L"Sub DoVex()\rx = 1\rx = 1 / 0\rEnd Sub\r", 3, L"x = 1 / 0", L"Division by zero"},
     {L"Sub Inner()\r\nx = 1 / 0\r\nEnd Sub\r\nSub DoVex()\r\nInner\r\nEnd Sub", 2, L"x = 1 / 0",
      L"Division by zero"},
 };
