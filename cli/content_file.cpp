@@ -26,7 +26,7 @@ void write_attributes(XmlWriter& writer, const dom::Node& element) {
     const long count = get(attributes, &IXMLDOMNamedNodeMap::get_length);
     for (long i = 0; i < count; ++i) {
         const dom::Node attribute = get(attributes, &IXMLDOMNamedNodeMap::get_item, i);
-        writer.attribute(as_u16(dom::name(attribute)), as_u16(dom::value(attribute)));
+        writer.attribute(dom::name(attribute).u16(), as_u16(dom::value(attribute)));
     }
 }
 
@@ -34,7 +34,7 @@ void write_attributes(XmlWriter& writer, const dom::Node& element) {
 
 void write_element(XmlWriter& writer, const dom::Node& element) {
     const bool with_text = holds_text(element);
-    writer.start(as_u16(dom::name(element)), with_text);
+    writer.start(dom::name(element).u16(), with_text);
     write_attributes(writer, element);
     for (dom::Node child = dom::first_child(element); child; child = dom::next_sibling(child)) {
         if (dom::type(child) == NODE_ELEMENT)

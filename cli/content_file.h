@@ -1,7 +1,7 @@
 // Writes what the XML parser holds as a document of its own that every XML parser opens.
 #pragma once
 
-#include "cli/dom.h"
+#include "automation/dom.h"
 #include "cli/xml_writer.h"
 
 namespace cli {

@@ -19,11 +19,7 @@ struct ContentRow {
 };
 
 std::wstring data_of(const dom::Node& item) {
-    const auto attributes = automation::get(item, &IXMLDOMNode::get_attributes);
-    static const automation::Bstr name(L"Data");
-    const dom::Node data =
-        automation::get(attributes, &IXMLDOMNamedNodeMap::getNamedItem, name.get());
-    return data ? dom::value(data) : std::wstring();
+    return std::wstring(dom::attribute(item, L"Data").text());
 }
 
 using Field = std::wstring ContentRow::*;
@@ -44,9 +40,9 @@ constexpr KnownItem known_items[] = {
 
 void read_title(ContentRow& row, std::wstring_view title, const dom::Node& node) {
     dom::for_each_element(node, [&](const dom::Node& item) {
-        const std::wstring name = dom::name(item);
+        const automation::Bstr name = dom::name(item);
         for (const KnownItem& known : known_items)
-            if (known.title == title && known.item == name) row.*known.field = data_of(item);
+            if (known.title == title && known.item == name.view()) row.*known.field = data_of(item);
     });
 }
 
@@ -56,7 +52,7 @@ void read_value_items(ContentRow& row, const dom::Node& items) {
         if (!is_first) row.display_values += L"; ";
         is_first = false;
         dom::for_each_element(value_item, [&](const dom::Node& item) {
-            if (dom::name(item) == L"DisplayValue") row.display_values += data_of(item);
+            if (dom::name(item).view() == L"DisplayValue") row.display_values += data_of(item);
         });
     });
 }
@@ -64,11 +60,11 @@ void read_value_items(ContentRow& row, const dom::Node& items) {
 ContentRow read_row(const dom::Node& content) {
     ContentRow row;
     dom::for_each_element(content, [&](const dom::Node& node) {
-        const std::wstring name = dom::name(node);
-        if (name == L"ValueItems")
+        const automation::Bstr name = dom::name(node);
+        if (name.view() == L"ValueItems")
             read_value_items(row, node);
         else
-            read_title(row, name, node);
+            read_title(row, name.view(), node);
     });
     return row;
 }
@@ -96,7 +92,7 @@ TextTable content_table(const dom::Node& contents_root) {
     TextTable table{{u"Sheet", u"Cell", u"Object", u"Property", u"Value", u"Unit", u"Direction"},
                     {}};
     dom::for_each_element(contents_root, [&](const dom::Node& node) {
-        if (dom::name(node) == L"Content") table.rows.push_back(cells_of(read_row(node)));
+        if (dom::name(node).view() == L"Content") table.rows.push_back(cells_of(read_row(node)));
     });
     return table;
 }

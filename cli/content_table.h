@@ -1,7 +1,7 @@
 // The content document as a table: what was mapped where.
 #pragma once
 
-#include "cli/dom.h"
+#include "automation/dom.h"
 #include "cli/text_table.h"
 
 namespace cli {

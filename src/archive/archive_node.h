@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 
 namespace tessera {
 

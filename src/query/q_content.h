@@ -1,7 +1,7 @@
 // The query XML writer: columns and rows of a query as XML documents and as strings.
 #pragma once
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "automation/object.h"
 #include "query/hquery.h"
 #include "tessera.h"

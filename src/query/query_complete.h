@@ -1,7 +1,7 @@
 // A whole query result as one content document.
 #pragma once
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "query/hquery.h"
 
 namespace tessera {

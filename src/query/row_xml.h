@@ -1,7 +1,7 @@
 // The XML that describes a query's columns, and the XML of one row.
 #pragma once
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "query/hquery.h"
 
 namespace tessera {

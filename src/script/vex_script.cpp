@@ -1,8 +1,8 @@
 #include "script/vex_script.h"
 
-#include "archive/dom.h"
 #include "automation/conversion.h"
 #include "automation/dispatch.h"
+#include "automation/dom.h"
 #include "host/error_boundary.h"
 #include "host/host_helpers.h"
 #include "host/script_engine.h"

@@ -1,4 +1,4 @@
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "support/com_fixture.h"
 
 using automation::Bstr;
@@ -10,8 +10,6 @@ using test::ComFixture;
 using test::create;
 
 namespace {
-
-namespace dom = tessera::dom;
 
 class ContentFixture : public ComFixture {
   public:

@@ -41,15 +41,15 @@ class MappingFixture : public ProjectFixture {
     ComPtr<IKelosObject> attribute(const wchar_t* name) {
         return get(pump(), &IKelosObject::AttributeByFullName, Bstr(name).get());
     }
-    std::vector<tessera::dom::Node> contents() {
+    std::vector<dom::Node> contents() {
         return test::contents_of(get(global->contents_root(), &IXMLDOMNode::get_ownerDocument));
     }
-    tessera::dom::Node last() {
+    dom::Node last() {
         const auto all = contents();
         REQUIRE_FALSE(all.empty());
         return all.back();
     }
-    std::wstring properties(const tessera::dom::Node& node) {
+    std::wstring properties(const dom::Node& node) {
         return data(node, L"Property", L"GetName") + L"|" + data(node, L"Property", L"SetName") +
                L"|" + data(node, L"Property", L"QDefProperty");
     }
@@ -174,8 +174,8 @@ TEST_CASE_FIXTURE(MappingFixture, "value lists come with all their values and th
     content(attribute(L"Build.Material"), {.property = L"DisplayValue"});
     CHECK(test::values(last()).find(L"Stahl") != std::wstring::npos);
     CHECK(test::values(last()).find(L"Guss") != std::wstring::npos);
-    const auto presentation = tessera::dom::child_named(last(), L"Presentation");
-    CHECK(tessera::dom::attribute(presentation, L"Data").text() == std::to_wstring(kprComboBox));
+    const auto presentation = dom::child_named(last(), L"Presentation");
+    CHECK(dom::attribute(presentation, L"Data").text() == std::to_wstring(kprComboBox));
 }
 
 TEST_CASE_FIXTURE(MappingFixture, "everything else is an expression on the object") {
@@ -353,10 +353,10 @@ TEST_CASE_FIXTURE(MappingFixture, "the options end the document, and their writi
     const auto root = global->contents_root();
     CHECK(global->contents_root() == root);
     global->AddOptionsToXml();
-    const auto options = tessera::dom::child_named(root, L"Options");
-    const auto option = tessera::dom::child_named(options, L"AllowSheetCreation");
+    const auto options = dom::child_named(root, L"Options");
+    const auto option = dom::child_named(options, L"AllowSheetCreation");
     const auto attribute_of = [&](const wchar_t* name) {
-        return std::wstring(tessera::dom::attribute(option, name).text());
+        return std::wstring(dom::attribute(option, name).text());
     };
     CHECK(attribute_of(L"Version") + attribute_of(L"Data") + attribute_of(L"Type") ==
           L"1-1Boolean");

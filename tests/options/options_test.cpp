@@ -7,7 +7,6 @@ using automation::make;
 using test::ComFixture;
 using test::ProjectFixture;
 using namespace tessera;
-namespace dom = tessera::dom;
 
 TEST_CASE_FIXTURE(
     ComFixture,

@@ -1,6 +1,6 @@
 #include "query/fake_query.h"
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "automation/object.h"
 
 namespace fake {
@@ -77,7 +77,6 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
     }
     STDMETHODIMP WriteXML(IXMLDOMNode* owner) override {
         return run("WriteXML", [&] {
-            namespace dom = tessera::dom;
             const dom::Node parent(owner);
             const dom::Element element =
                 dom::create_element(dom::owner_document(parent), L"Description");

@@ -158,7 +158,7 @@ TEST_CASE_FIXTURE(ContentFixture, "documents as strings keep a declaration of th
     const std::wstring text = dom_doc_as_string(content, columns.get());
     CHECK(text == declaration + get(columns, &IXMLDOMDocument::get_xml).str());
     CHECK(text.starts_with(std::wstring(declaration) + L"<?xml encoding=\"ISO-10646-UCS-2\"?>"));
-    CHECK(dom_doc_as_string(content, tessera::dom::create_document().get()) == declaration);
+    CHECK(dom_doc_as_string(content, dom::create_document().get()) == declaration);
 }
 
 TEST_CASE_FIXTURE(ContentFixture,

@@ -14,11 +14,11 @@ namespace {
 
 class CompleteFixture : public ContentFixture {
   public:
-    std::vector<tessera::dom::Node> complete() const {
+    std::vector<dom::Node> complete() const {
         return test::contents_of(get(content, &ITesseraQContent::XMLComplete));
     }
     // "pointer value" of every element, parted by ", ".
-    static std::wstring overview(const std::vector<tessera::dom::Node>& contents) {
+    static std::wstring overview(const std::vector<dom::Node>& contents) {
         std::wstring result;
         for (const auto& node : contents) {
             if (!result.empty()) result += L", ";

@@ -4,7 +4,7 @@
 
 #include <regex>
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "query/q_content.h"
 #include "query/query_fixture.h"
 
@@ -15,7 +15,7 @@ inline std::wstring flat(const std::wstring& xml) {
     static const std::wregex layout(L"[\r\n]+\t*");
     return std::regex_replace(xml, layout, L"");
 }
-inline std::wstring flat(const tessera::dom::Document& document) {
+inline std::wstring flat(const dom::Document& document) {
     return document ? flat(get(document, &IXMLDOMDocument::get_xml).str()) : L"nothing";
 }
 

@@ -22,7 +22,7 @@ class RunnerFixture : public ProjectFixture {
         call(runner, &ITesseraVexScript::putref_WorkSet, workset.get());
         call(runner, &ITesseraVexScript::putref_Document, chosen.get());
     }
-    tessera::dom::Document execute(const wchar_t* script) {
+    dom::Document execute(const wchar_t* script) {
         return get(runner, &ITesseraVexScript::Execute, Bstr(script).get());
     }
     std::wstring stored(const ComPtr<IKelosDocument>& chosen) {

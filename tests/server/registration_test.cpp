@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "archive/dom.h"
 #include "automation/conversion.h"
+#include "automation/dom.h"
 #include "automation/module.h"
 #include "support/com_fixture.h"
 

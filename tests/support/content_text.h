@@ -4,15 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "support/com_fixture.h"
 
 namespace test {
 
 // The data of an item below a record of a "Content" element, as "Type:Data"; empty when missing.
-inline std::wstring item(const tessera::dom::Node& content, const wchar_t* record,
-                         const wchar_t* name) {
-    namespace dom = tessera::dom;
+inline std::wstring item(const dom::Node& content, const wchar_t* record, const wchar_t* name) {
     const dom::Node title = dom::child_named(content, record);
     const dom::Node node = title ? dom::child_named(title, name) : dom::Node();
     const Variant type = dom::attribute(node, L"Type");
@@ -21,14 +19,12 @@ inline std::wstring item(const tessera::dom::Node& content, const wchar_t* recor
 }
 
 // The data alone.
-inline std::wstring data(const tessera::dom::Node& content, const wchar_t* record,
-                         const wchar_t* name) {
+inline std::wstring data(const dom::Node& content, const wchar_t* record, const wchar_t* name) {
     const std::wstring text = item(content, record, name);
     return text.substr(std::min(text.find(L':') + 1, text.size()));
 }
 
-inline std::vector<tessera::dom::Node> contents_of(const tessera::dom::Document& document) {
-    namespace dom = tessera::dom;
+inline std::vector<dom::Node> contents_of(const dom::Document& document) {
     std::vector<dom::Node> result;
     const auto root = get(document, &IXMLDOMDocument::get_documentElement).as<IXMLDOMNode>();
     for (dom::Node node = dom::child_named(root, L"Content"); node;
@@ -38,8 +34,7 @@ inline std::vector<tessera::dom::Node> contents_of(const tessera::dom::Document&
 }
 
 // The values of an element's items as "LCID value=display", parted by "; ".
-inline std::wstring values(const tessera::dom::Node& content) {
-    namespace dom = tessera::dom;
+inline std::wstring values(const dom::Node& content) {
     std::wstring result;
     const dom::Node list = dom::child_named(content, L"ValueItems");
     for (dom::Node node = dom::child_named(list, L"ValueItem"); node;

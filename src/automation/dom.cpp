@@ -1,8 +1,8 @@
-#include "archive/dom.h"
+#include "automation/dom.h"
 
 #include "automation/thread_kept.h"
 
-namespace tessera::dom {
+namespace dom {
 
 using automation::call;
 using automation::check;
@@ -40,14 +40,8 @@ bool add_to_attribute_map(const Document& document, const Node& instruction) {
 }
 
 Node matching(Node node, std::wstring_view name) {
-    while (node) {
-        DOMNodeType type = NODE_INVALID;
-        check(node->get_nodeType(&type), node);
-        if (type == NODE_ELEMENT && get(node, &IXMLDOMNode::get_nodeName).view() == name) break;
-        Node next;
-        check(node->get_nextSibling(next.put()), node);
-        node = std::move(next);
-    }
+    while (node && (type(node) != NODE_ELEMENT || dom::name(node).view() != name))
+        node = next_sibling(node);
     return node;
 }
 
@@ -60,9 +54,8 @@ Node declaration_with_data(const Document& document, const Bstr& target) {
 }
 
 bool takes_elements(const Node& node) {
-    DOMNodeType type = NODE_INVALID;
-    check(node->get_nodeType(&type), node);
-    return type == NODE_ELEMENT || type == NODE_DOCUMENT || type == NODE_DOCUMENT_FRAGMENT;
+    const DOMNodeType kind = type(node);
+    return kind == NODE_ELEMENT || kind == NODE_DOCUMENT || kind == NODE_DOCUMENT_FRAGMENT;
 }
 
 }  // namespace
@@ -113,15 +106,11 @@ void append_unchecked(const Node& parent, const Element& child) {
 }
 
 Node child_named(const Node& parent, std::wstring_view name) {
-    Node first;
-    check(automation::require(parent)->get_firstChild(first.put()), parent);
-    return matching(std::move(first), name);
+    return matching(first_child(parent), name);
 }
 
 Node sibling_named(const Node& node, std::wstring_view name) {
-    Node next;
-    check(automation::require(node)->get_nextSibling(next.put()), node);
-    return matching(std::move(next), name);
+    return matching(next_sibling(node), name);
 }
 
 Element create_element(const Document& document, std::wstring_view name) {
@@ -147,4 +136,4 @@ Variant attribute(const Node& node, const wchar_t* name) {
     return value;
 }
 
-}  // namespace tessera::dom
+}  // namespace dom
