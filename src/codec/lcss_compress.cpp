@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "codec/lcss_format.h"
-#include "codec/substring_search.h"
+#include "codec/match_index.h"
 
 namespace tessera {
 namespace {
@@ -45,32 +45,12 @@ class TokenWriter {
     std::vector<bool> flags_;
 };
 
-// The match for `ahead`, no longer than it, in the window before it; of length 0 if there is
-// none. Every search goes on from where the last one ended: a longer candidate cannot occur
-// further left than its beginning does.
-PrefixMatch find_match(std::u16string_view window, std::u16string_view ahead) {
-    PrefixMatch match;
-    std::size_t agreeing = 0;  // how far the text at the match goes on like the one ahead
-    for (std::size_t length = lcss::kMatchStep; length <= ahead.size();
-         length += lcss::kMatchStep) {
-        if (agreeing < length) {
-            // A candidate that fails is stepped back from, but not to what occurred before.
-            const std::size_t least = std::max(match.length + 1, lcss::kMatchStep);
-            const auto found =
-                find_longest_prefix(window, match.position, ahead.substr(0, length), least);
-            if (found.length < length) {
-                return found.length != 0 ? found : match;
-            }
-            match.position = found.position;
-            agreeing = common_length(window.substr(found.position), ahead);
-        }
-        match.length = length;
-    }
-    // Having come this far without a failure, only the full length will do.
-    if (match.length < ahead.size() && match.length != 0) {
-        match = find_longest_prefix(window, match.position, ahead, ahead.size());
-    }
-    return match;
+// Candidates grow in steps, and one that fails at a full step is stepped back from to the longest
+// match. Behind the last step only the full length will do: readers know no better, writers of the
+// same bytes must not either.
+Match usable(const Match& longest, std::size_t ahead) {
+    const bool passed_all_steps = longest.length >= ahead - ahead % lcss::kMatchStep;
+    return passed_all_steps && longest.length < ahead ? Match{} : longest;
 }
 
 }  // namespace
@@ -80,17 +60,17 @@ std::u16string LCSSCompress(std::u16string_view text, const AnsiCodePage& page) 
         return std::u16string(text);
     }
     TokenWriter writer(text.substr(0, lcss::kHeadCharacters), page);
+    MatchIndex index(text, lcss::kWindow);
     std::size_t at = lcss::kHeadCharacters;
     while (at < text.size()) {
-        const std::size_t window_length = std::min(at, lcss::kWindow);
         // A match stops short of the last character, which thus is always a literal.
         const std::size_t longest = std::min(lcss::kMaxMatch, text.size() - at - 1);
-        const PrefixMatch match =
-            find_match(text.substr(at - window_length, window_length), text.substr(at, longest));
+        index.advance_to(at);
+        const Match match = usable(index.longest(text.substr(at, longest)), longest);
         if (match.length == 0) {
             writer.put_literal(text[at++]);
         } else {
-            writer.put_reference(window_length - match.position, match.length);
+            writer.put_reference(at - match.position, match.length);
             at += match.length;
         }
     }
