@@ -45,9 +45,8 @@ class TokenWriter {
     std::vector<bool> flags_;
 };
 
-// Candidates grow in steps, and one that fails at a full step is stepped back from to the longest
-// match. Behind the last step only the full length will do: readers know no better, writers of the
-// same bytes must not either.
+// Candidates grow in steps, and one that fails is stepped back from, which comes to the longest
+// match. When no step fails, only the full length counts: stored texts are written by this rule.
 Match usable(const Match& longest, std::size_t ahead) {
     const bool passed_all_steps = longest.length >= ahead - ahead % lcss::kMatchStep;
     return passed_all_steps && longest.length < ahead ? Match{} : longest;
