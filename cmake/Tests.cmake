@@ -11,11 +11,24 @@ function(add_unit_test name)
     set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 600)
 endfunction()
 
-# add_com_test(<name> LABEL <com|late|fault> SOURCES … [LIBRARIES …] [LOCK …]): Windows code.
-# The test programs reach the build's DLLs through their side-by-side manifests, without
-# registration; ComFixture fails a test that leaves an object alive.
-function(add_com_test name)
-    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LIBRARIES;LOCK" ${ARGN})
+# Windows code. The test programs reach the build's DLLs through their side-by-side manifests,
+# without registration; ComFixture fails a test that leaves an object alive. What such a test loads
+# says the function that adds it and the first line of its files:
+#
+# add_automation_test(<name> SOURCES … [LIBRARIES …] [LOCK …]): what a client sees, through the DLL.
+#     Nothing of the component is linked, only its interfaces and the automation layer.
+# add_internals_test(<same>): what no client reaches; the component's classes are linked.
+function(add_automation_test name)
+    add_windows_test(${name} automation ${ARGN})
+endfunction()
+
+function(add_internals_test name)
+    add_windows_test(${name} internals ${ARGN})
+    target_link_libraries(${name} PRIVATE tessera_component)
+endfunction()
+
+function(add_windows_test name label)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;LOCK" ${ARGN})
     if(NOT WIN32)
         return()
     endif()
@@ -26,7 +39,7 @@ function(add_com_test name)
     add_dependencies(${name} tessera_interfaces_files)
     add_dependencies(${name} Tessera KelosHostKit)
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 600)
+    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT 600)
     if(ARG_LOCK)
         set_tests_properties(${name} PROPERTIES RESOURCE_LOCK "${ARG_LOCK}")
     endif()

@@ -4,7 +4,11 @@
 // and the thread's error info. It also counts calls, so that a test can make the n-th one fail.
 #pragma once
 
+#include <source_location>
+#include <type_traits>
+
 #include "automation/call.h"
+#include "hostkit/call_watch.h"
 #include "model.h"
 
 namespace hostkit {
@@ -28,41 +32,60 @@ void note_row(long row, long row_count) noexcept;
 // Sets the thread's error info from the exception being handled and answers its code.
 HRESULT raise_current_error() noexcept;
 
-// What a member counts as.
-struct Counted {};    // a call of the contract: may be made to fail
-struct Uncounted {};  // the kit's own controls and the recording service: never fails by request
+// What a member is. The contract's are written into the log of calls and may fail by their name.
+struct Counted {};    // a call of the contract: may be made to fail by its number, too
+struct Watched {};    // one of the service or of a control: does not count
+struct Uncounted {};  // the kit's own: never fails by request
 
 namespace detail {
-inline void enter(Counted) {
-    count_call();
+
+template <class Kind, class... Values>
+void enter(const Given<Values...>& arguments, const std::source_location& member) {
+    if constexpr (!std::is_same_v<Kind, Uncounted>)
+        if (CallWatch* const watch = call_watch())
+            watch->note(call_name(member.function_name()), arguments.text());
+    if constexpr (std::is_same_v<Kind, Counted>) count_call();
 }
-inline void enter(Uncounted) noexcept {}
+
 }  // namespace detail
 
 // Runs the body of a member without result.
-template <class Kind = Counted, class Body>
-HRESULT run(Body&& body) noexcept {
+template <class Kind = Counted, class Body, class... Values>
+HRESULT run(const Given<Values...>& arguments, Body&& body,
+            const std::source_location& member = std::source_location::current()) noexcept {
     try {
-        detail::enter(Kind{});
+        detail::enter<Kind>(arguments, member);
         body();
         return S_OK;
     } catch (...) {
         return raise_current_error();
     }
 }
+template <class Kind = Counted, class Body>
+HRESULT run(Body&& body,
+            const std::source_location& member = std::source_location::current()) noexcept {
+    return run<Kind>(Given(), body, member);
+}
 
 // Runs the body of a member with a result: what the body returns is handed out.
-template <class Kind = Counted, class T, class Body>
-HRESULT answer(T* result, Body&& body) noexcept {
+template <class Kind = Counted, class T, class Body, class... Values>
+HRESULT answer(T* result, const Given<Values...>& arguments, Body&& body,
+               const std::source_location& member = std::source_location::current()) noexcept {
     if (!result) return E_POINTER;
     using Holder = typename automation::Owned<T>::type;
     Holder holder{};
-    const HRESULT code = run<Kind>([&] { holder = body(); });
+    const HRESULT code = run<Kind>(
+        arguments, [&] { holder = body(); }, member);
     if constexpr (requires { holder.detach(); })
         *result = holder.detach();
     else
         *result = holder;
     return code;
+}
+template <class Kind = Counted, class T, class Body>
+HRESULT answer(T* result, Body&& body,
+               const std::source_location& member = std::source_location::current()) noexcept {
+    return answer<Kind>(result, Given(), body, member);
 }
 
 inline VARIANT_BOOL as_variant_bool(bool value) noexcept {

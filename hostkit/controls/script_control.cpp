@@ -38,35 +38,37 @@ class ScriptEditor : public automation::Object<ScriptEditor, IKelosScriptEditor,
     }
 
     STDMETHODIMP get_Text(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return text(); });
+        return answer<Watched>(result, [&] { return text(); });
     }
     STDMETHODIMP put_Text(BSTR value) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(value), [&] {
             given_text_ = view_of(value);
             window_.set_text(given_text_);
             window_.send(EM_SETMODIFY, FALSE);
         });
     }
     STDMETHODIMP get_SelStart(long* result) override {
-        return answer<Uncounted>(result, [&] { return selection().start; });
+        return answer<Watched>(result, [&] { return selection().start; });
     }
     STDMETHODIMP put_SelStart(long value) override {
-        return run<Uncounted>([&] { select(selection_from(value)); });
+        return run<Watched>(Given(value), [&] { select(selection_from(value)); });
     }
     STDMETHODIMP get_SelLength(long* result) override {
-        return answer<Uncounted>(result, [&] {
+        return answer<Watched>(result, [&] {
             const TextSelection selected = selection();
             return selected.end - selected.start;
         });
     }
     STDMETHODIMP put_SelLength(long value) override {
-        return run<Uncounted>([&] { select(selection_with_length(selection(), value)); });
+        return run<Watched>(Given(value),
+                            [&] { select(selection_with_length(selection(), value)); });
     }
     STDMETHODIMP LinePosition(long line_number, long* result) override {
-        return answer<Uncounted>(result, [&] { return line_position(line_number); });
+        return answer<Watched>(result, Given(line_number),
+                               [&] { return line_position(line_number); });
     }
     STDMETHODIMP LineLength(long position, long* result) override {
-        return answer<Uncounted>(result, [&] {
+        return answer<Watched>(result, Given(position), [&] {
             if (position < 0) automation::fail(E_INVALIDARG, L"There is no such position");
             return static_cast<long>(window_.send(EM_LINELENGTH, static_cast<WPARAM>(position)));
         });
@@ -110,7 +112,7 @@ class ScriptControl : public automation::Object<ScriptControl, IHostKitScriptCon
     ScriptControl() : editor_(make<ScriptEditor>()) {}
 
     STDMETHODIMP get_Object(IKelosScriptEditor** result) override {
-        return answer<Uncounted>(result, [&] { return ComPtr<IKelosScriptEditor>(editor_); });
+        return answer<Watched>(result, [&] { return ComPtr<IKelosScriptEditor>(editor_); });
     }
     STDMETHODIMP GetWindow(HWND* result) override { return editor_->GetWindow(result); }
     STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }

@@ -45,10 +45,10 @@ class Label : public Control<Label, IKelosLabel> {
     using Control::Control;
 
     STDMETHODIMP get_Caption(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return control_->caption(); });
+        return answer<Watched>(result, [&] { return control_->caption(); });
     }
     STDMETHODIMP put_Caption(BSTR value) override {
-        return run<Uncounted>([&] { control_->set_caption(view_of(value)); });
+        return run<Watched>(Given(value), [&] { control_->set_caption(view_of(value)); });
     }
 };
 
@@ -57,11 +57,11 @@ class Bar : public automation::Object<Bar, IKelosBar> {
     explicit Bar(SharedControl control) : control_(std::move(control)) {}
 
     STDMETHODIMP get_Value(double* result) override {
-        return answer<Uncounted>(result, [&] { return value_; });
+        return answer<Watched>(result, [&] { return value_; });
     }
     // The value is kept as it was given; the bar is drawn at the nearest place that it has.
     STDMETHODIMP put_Value(double value) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(value), [&] {
             if (std::isnan(value)) automation::fail(E_INVALIDARG, L"A bar's value is a number");
             const auto position = std::lround(std::clamp(value, 0.0, double{bar_maximum}));
             SendMessageW(control_->window(), PBM_SETPOS, static_cast<WPARAM>(position), 0);
@@ -82,7 +82,7 @@ class ProgressBar : public Control<ProgressBar, IKelosProgressBar> {
     }
 
     STDMETHODIMP get_Bar(IKelosBar** result) override {
-        return answer<Uncounted>(result, [&] { return ComPtr<IKelosBar>(bar_); });
+        return answer<Watched>(result, [&] { return ComPtr<IKelosBar>(bar_); });
     }
 
   private:
@@ -94,14 +94,14 @@ class Button : public Control<Button, IKelosButton> {
     using Control::Control;
 
     STDMETHODIMP get_Caption(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return control_->caption(); });
+        return answer<Watched>(result, [&] { return control_->caption(); });
     }
     STDMETHODIMP put_Caption(BSTR value) override {
-        return run<Uncounted>([&] { control_->set_caption(view_of(value)); });
+        return run<Watched>(Given(value), [&] { control_->set_caption(view_of(value)); });
     }
     // The window keeps the receiver, until nothing is set or the window is destroyed.
     STDMETHODIMP putref_Events(IKelosButtonEvents* value) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(value), [&] {
             if (!value) return control_->on_click({});
             control_->window();
             control_->on_click([events = ComPtr<IKelosButtonEvents>(value)] { events->Click(); });
@@ -115,7 +115,7 @@ class StandardControls : public automation::Object<StandardControls, IKelosStand
 
     STDMETHODIMP CreateLabel(long window, long left, long top, long width, long height,
                              double font_size, BSTR caption, IKelosLabel** result) override {
-        return answer(result, [&] {
+        return answer(result, Given(font_size, caption), [&] {
             return make<Label>(
                        ControlWindow::create(WC_STATICW, SS_LEFT | SS_NOPREFIX,
                                              {window_from(window), left, top, width, height},
@@ -137,7 +137,7 @@ class StandardControls : public automation::Object<StandardControls, IKelosStand
     }
     STDMETHODIMP CreateButton(long window, long left, long top, long width, long height,
                               double font_size, BSTR caption, IKelosButton** result) override {
-        return answer(result, [&] {
+        return answer(result, Given(font_size, caption), [&] {
             return make<Button>(
                        ControlWindow::create(WC_BUTTONW, WS_TABSTOP | BS_PUSHBUTTON,
                                              {window_from(window), left, top, width, height},

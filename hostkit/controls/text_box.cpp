@@ -23,25 +23,26 @@ class TextBox : public automation::Object<TextBox, IKelosTextBox, IOleWindow> {
     TextBox() : window_(WC_EDITW) { window_.send(EM_SETLIMITTEXT, 0); }
 
     STDMETHODIMP get_Text(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return window_.text(); });
+        return answer<Watched>(result, [&] { return window_.text(); });
     }
     STDMETHODIMP put_Text(BSTR value) override {
-        return run<Uncounted>([&] { window_.set_text(view_of(value)); });
+        return run<Watched>(Given(value), [&] { window_.set_text(view_of(value)); });
     }
     STDMETHODIMP get_SelStart(long* result) override {
-        return answer<Uncounted>(result, [&] { return selection().start; });
+        return answer<Watched>(result, [&] { return selection().start; });
     }
     STDMETHODIMP put_SelStart(long value) override {
-        return run<Uncounted>([&] { select(selection_from(value)); });
+        return run<Watched>(Given(value), [&] { select(selection_from(value)); });
     }
     STDMETHODIMP get_SelLength(long* result) override {
-        return answer<Uncounted>(result, [&] {
+        return answer<Watched>(result, [&] {
             const TextSelection selected = selection();
             return selected.end - selected.start;
         });
     }
     STDMETHODIMP put_SelLength(long value) override {
-        return run<Uncounted>([&] { select(selection_with_length(selection(), value)); });
+        return run<Watched>(Given(value),
+                            [&] { select(selection_with_length(selection(), value)); });
     }
 
     STDMETHODIMP GetWindow(HWND* result) override {

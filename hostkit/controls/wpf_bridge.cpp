@@ -17,7 +17,7 @@ class WpfBridge
     static constexpr const CLSID& class_id = __uuidof(::WpfBridge);
 
     STDMETHODIMP Move(long left, long top, long width, long height) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(left, top, width, height), [&] {
             require_alive();
             left_ = left;
             top_ = top;
@@ -26,14 +26,14 @@ class WpfBridge
         });
     }
     STDMETHODIMP Shutdown() override {
-        return run<Uncounted>([&] {
+        return run<Watched>([&] {
             require_alive();
             ended_ = true;
             events_.reset();
         });
     }
     STDMETHODIMP putref_Events(IKelosWpfBridgeEvents* value) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(value), [&] {
             if (value) require_alive();
             events_ = value;
         });

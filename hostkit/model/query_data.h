@@ -28,12 +28,12 @@ struct Column {
     std::wstring attribute;
 };
 
-enum class CellKind { evaluated, missing, given, translated };
+enum class CellKind { evaluated, missing, given, translated, referring };
 
 // What the project file says about one cell.
 struct CellDefinition {
     CellKind kind = CellKind::evaluated;
-    Element* object = nullptr;  // shown by the cell, or referred to by the translate object
+    Element* object = nullptr;  // shown by the cell, or what its value refers to
     std::wstring text;
     automation::Variant value;
     std::wstring property;

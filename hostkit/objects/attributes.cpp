@@ -48,7 +48,7 @@ class UnitGroupObject : public Object<UnitGroupObject, IKelosUnitGroup> {
         return answer(result, [&] { return static_cast<long>(units().size()); });
     }
     STDMETHODIMP get_Item(long index, IKelosUnit** result) override {
-        return answer(result, [&]() -> ComPtr<IKelosUnit> {
+        return answer(result, Given(index), [&]() -> ComPtr<IKelosUnit> {
             const auto* const unit = item_at(units(), index);
             return unit ? make_unit(UnitRef(member_, unit->get())) : nullptr;
         });
@@ -75,16 +75,17 @@ class AttributeObject
     using ObjectHandle::ObjectHandle;
 
     STDMETHODIMP get_Value(long index, VARIANT* result) override {
-        return answer(result, [&] { return value_at(data(), index, language()); });
+        return answer(result, Given(data().name, index),
+                      [&] { return value_at(data(), index, language()); });
     }
     STDMETHODIMP put_Value(long index, VARIANT value) override {
-        return run([&] {
+        return run(Given(data().name, index, value), [&] {
             require_write(data());
             set_value(data(), index, value);
         });
     }
     STDMETHODIMP get_ValueText(BSTR* result) override {
-        return answer(result, [&] {
+        return answer(result, Given(data().name), [&] {
             // The platform's plain form; a Boolean is "-1" or "0".
             const Variant value = value_at(data(), 1, language());
             Variant text = automation::to_type(value, VT_BSTR);
@@ -92,27 +93,29 @@ class AttributeObject
         });
     }
     STDMETHODIMP get_Marker(BSTR* result) override {
-        return answer(result, [&] { return Bstr(data().marker); });
+        return answer(result, Given(data().name), [&] { return Bstr(data().marker); });
     }
     STDMETHODIMP put_Marker(BSTR marker) override {
-        return run([&] {
+        return run(Given(data().name, marker), [&] {
             require_write(data());
             data().marker = view_of(marker);
         });
     }
     STDMETHODIMP get_Unit(IKelosUnit** result) override {
-        return answer(result, [&] { return make_unit(kept(element(), data().type.unit)); });
+        return answer(result, Given(data().name),
+                      [&] { return make_unit(kept(element(), data().type.unit)); });
     }
     STDMETHODIMP get_Text(BSTR* result) override {
-        return answer(result, [&] {
+        return answer(result, Given(data().name), [&] {
             return display_of(data(), value_at(data(), 1, language()), language());
         });
     }
     STDMETHODIMP get_ValueCount(long* result) override {
-        return answer(result, [&] { return static_cast<long>(data().values.size()); });
+        return answer(result, Given(data().name),
+                      [&] { return static_cast<long>(data().values.size()); });
     }
     STDMETHODIMP get_UnitLabel(BSTR* result) override {
-        return answer(result,
+        return answer(result, Given(data().name),
                       [&] { return data().type.unit ? Bstr(data().type.unit->label) : Bstr(); });
     }
 };
@@ -125,10 +128,12 @@ class AttributeList : public Object<AttributeList, IKelosAttributes> {
         return answer(result, [&] { return static_cast<long>(owner_->attributes.size()); });
     }
     STDMETHODIMP get_Item(VARIANT index, IKelosAttribute** result) override {
-        return answer(result, [&] { return make_attribute(kept(owner_, find(index))); });
+        return answer(result, Given(index),
+                      [&] { return make_attribute(kept(owner_, find(index))); });
     }
     STDMETHODIMP Add(BSTR name, IKelosAttribute** result) override {
-        return answer(result, [&] { return make_attribute(kept(owner_, add(view_of(name)))); });
+        return answer(result, Given(name),
+                      [&] { return make_attribute(kept(owner_, add(view_of(name)))); });
     }
 
   private:

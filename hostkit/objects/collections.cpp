@@ -18,7 +18,7 @@ class ObjectList : public Object<ObjectList, IKelosObjects> {
         return answer(result, [&] { return static_cast<long>(elements_.size()); });
     }
     STDMETHODIMP get_Item(long index, IKelosObject** result) override {
-        return answer(result, [&]() -> ComPtr<IKelosObject> {
+        return answer(result, Given(index), [&]() -> ComPtr<IKelosObject> {
             Element** const element = item_at(elements_, index);
             return element ? make_object(kept(model_, *element)) : nullptr;
         });
@@ -54,7 +54,7 @@ class NamedEntryList : public Object<NamedEntryList, IKelosNamedEntries> {
         return answer(result, [&] { return static_cast<long>(document_->named_entries.size()); });
     }
     STDMETHODIMP get_Item(BSTR name, IKelosNamedEntry** result) override {
-        return answer(result, [&]() -> ComPtr<IKelosNamedEntry> {
+        return answer(result, Given(name), [&]() -> ComPtr<IKelosNamedEntry> {
             for (const auto& [known, element] : document_->named_entries)
                 if (known == view_of(name))
                     return automation::make<NamedEntry>(known, kept(document_, element))

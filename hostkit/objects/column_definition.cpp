@@ -38,7 +38,7 @@ class Evaluator : public Object<Evaluator, IKelosValueEvaluator> {
     explicit Evaluator(StateRef state) : state_(std::move(state)) {}
 
     STDMETHODIMP Evaluate(VARIANT object, IKelosValueList** result) override {
-        return answer(result, [&]() -> ComPtr<IKelosValueList> {
+        return answer(result, Given(object), [&]() -> ComPtr<IKelosValueList> {
             const ElementRef element = element_behind(Variant::value_of(object).object().get());
             if (!element) return {};
             auto values = read_property(*element, *state_->settings);
@@ -81,19 +81,20 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
         return answer(result, [&] { return settings().constant; });
     }
     STDMETHODIMP put_PropertyConstant(long constant) override {
-        return set(&ColumnSettings::constant, [&] { return constant; });
+        return set(Given(constant), &ColumnSettings::constant, [&] { return constant; });
     }
     STDMETHODIMP get_ParameterText(BSTR* result) override {
         return answer(result, [&] { return Bstr(settings().parameter); });
     }
     STDMETHODIMP put_ParameterText(BSTR text) override {
-        return set(&ColumnSettings::parameter, [&] { return std::wstring(view_of(text)); });
+        return set(Given(text), &ColumnSettings::parameter,
+                   [&] { return std::wstring(view_of(text)); });
     }
     STDMETHODIMP get_UnitText(BSTR* result) override {
         return answer(result, [&] { return Bstr(state_->used_unit.value_or(settings().unit)); });
     }
     STDMETHODIMP put_UnitText(BSTR text) override {
-        return set(&ColumnSettings::unit, [&] { return std::wstring(view_of(text)); });
+        return set(Given(text), &ColumnSettings::unit, [&] { return std::wstring(view_of(text)); });
     }
     STDMETHODIMP get_LCID(long* result) override {
         return answer(result, [&] {
@@ -102,7 +103,7 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
         });
     }
     STDMETHODIMP put_LCID(long lcid) override {
-        return set(&ColumnSettings::lcid, [&] { return lcid; });
+        return set(Given(lcid), &ColumnSettings::lcid, [&] { return lcid; });
     }
     STDMETHODIMP get_Kind(KelosQueryProperty* result) override {
         return answer(result, [&] { return static_cast<KelosQueryProperty>(settings().constant); });
@@ -143,7 +144,7 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
         return answer(result, [&] { return set_name().empty() ? Variant() : parameter(); });
     }
     STDMETHODIMP WriteXML(IXMLDOMNode* owner) override {
-        return run([&] { write_column(owner, settings(), heading()); });
+        return run(Given(owner), [&] { write_column(owner, settings(), heading()); });
     }
 
   private:
@@ -153,12 +154,14 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
         return *state_->settings;
     }
 
-    template <class Field, class Value>
-    HRESULT set(Field ColumnSettings::*field, Value value) {
-        return run([&] {
+    template <class Given, class Field, class Value>
+    HRESULT set(const Given& given, Field ColumnSettings::*field, Value value,
+                const std::source_location& member = std::source_location::current()) {
+        const auto change = [&] {
             settings().*field = value();
             state_->forget_use();
-        });
+        };
+        return run(given, change, member);
     }
 
     const std::wstring& heading() const {
@@ -183,7 +186,7 @@ class PropertyConstantObject : public Object<PropertyConstantObject, IKelosPrope
     static constexpr const CLSID& class_id = __uuidof(::PropertyConstant);
 
     STDMETHODIMP put_Constant(long constant) override {
-        return run([&] { property_ = kelos::find_property(constant); });
+        return run(Given(constant), [&] { property_ = kelos::find_property(constant); });
     }
     STDMETHODIMP get_Name(BSTR* result) override {
         return answer(result, [&] { return Bstr(property_ ? property_->name : u""); });

@@ -46,44 +46,49 @@ class ObjectHandle : public automation::Object<Self, Main, More..., ElementHandl
 
     // ---- IKelosObject ----
     STDMETHODIMP get_SystemUID(BSTR* result) override {
-        return answer(result, [&] { return automation::Bstr(data().uid); });
+        return answer(result, Given(data().name), [&] { return automation::Bstr(data().uid); });
     }
     STDMETHODIMP get_SystemType(long* result) override {
-        return answer(result, [&] { return data().system_type; });
+        return answer(result, Given(data().name), [&] { return data().system_type; });
     }
     STDMETHODIMP get_WorkSet(IKelosWorkset** result) override {
-        return answer(result, [&] { return make_workset(model_of(element())); });
+        return answer(result, Given(data().name),
+                      [&] { return make_workset(model_of(element())); });
     }
     STDMETHODIMP get_Project(IKelosProject** result) override {
-        return answer(result, [&] { return members::project(element()); });
+        return answer(result, Given(data().name), [&] { return members::project(element()); });
     }
     STDMETHODIMP get_PathFullName(IKelosProject* relative_to, BSTR* result) override {
-        return answer(result, [&] { return members::path(element(), relative_to); });
+        return answer(result, Given(data().name, relative_to),
+                      [&] { return members::path(element(), relative_to); });
     }
     STDMETHODIMP FindByPathFullName(BSTR path, IKelosObject** result) override {
-        return answer(result, [&] {
+        return answer(result, Given(data().name, path), [&] {
             return make_object(kept(element(), find_below(data(), automation::view_of(path))));
         });
     }
     STDMETHODIMP get_Attributes(IKelosAttributes** result) override {
-        return answer(result, [&] { return make_attributes(element()); });
+        return answer(result, Given(data().name), [&] { return make_attributes(element()); });
     }
     STDMETHODIMP AttributeByFullName(BSTR full_name, IKelosAttribute** result) override {
-        return answer(result, [&] { return members::attribute(element(), full_name); });
+        return answer(result, Given(data().name, full_name),
+                      [&] { return members::attribute(element(), full_name); });
     }
     STDMETHODIMP GetRights(IKelosUser* user, long* result) override {
-        return answer(result, [&] { return members::rights(element(), user); });
+        return answer(result, Given(data().name, user),
+                      [&] { return members::rights(element(), user); });
     }
     STDMETHODIMP get_XObj(IDispatch** result) override {
         // An object with a mapping table plays that role itself.
-        return answer(result, [&] {
+        return answer(result, Given(data().name), [&] {
             return automation::ComPtr<IDispatch>(data().mapping ? this->main_interface() : nullptr);
         });
     }
 
     // ---- What the kit adds ----
     STDMETHODIMP get_Name(BSTR* result) override {
-        return answer(result, [&] { return automation::Bstr(short_name(data())); });
+        return answer(result, Given(data().name),
+                      [&] { return automation::Bstr(short_name(data())); });
     }
     STDMETHODIMP get_Description(BSTR* result) override { return read(result, description(0)); }
     STDMETHODIMP put_Description(BSTR value) override { return write(value, description(0)); }
@@ -94,37 +99,41 @@ class ObjectHandle : public automation::Object<Self, Main, More..., ElementHandl
     STDMETHODIMP get_Label(BSTR* result) override { return read(result, data().label); }
     STDMETHODIMP put_Label(BSTR value) override { return write(value, data().label); }
     STDMETHODIMP get_FullLabel(BSTR* result) override {
-        return answer(result, [&] {
+        return answer(result, Given(data().name), [&] {
             return automation::Bstr(full_label(data(), LabelKind::own, language()));
         });
     }
     STDMETHODIMP get_SignedLabel(BSTR* result) override {
-        return answer(result, [&] {
+        return answer(result, Given(data().name), [&] {
             return automation::Bstr(signed_label(data(), LabelKind::own, language()));
         });
     }
     STDMETHODIMP get_FullName(BSTR* result) override {
-        return answer(result, [&] { return automation::Bstr(full_name(data())); });
+        return answer(result, Given(data().name),
+                      [&] { return automation::Bstr(full_name(data())); });
     }
     STDMETHODIMP get_Status(BSTR* result) override { return read(result, data().status); }
     STDMETHODIMP get_SystemTypeName(BSTR* result) override {
-        return answer(result, [&] { return automation::Bstr(system_type_name(data())); });
+        return answer(result, Given(data().name),
+                      [&] { return automation::Bstr(system_type_name(data())); });
     }
     STDMETHODIMP get_Parent(IKelosObject** result) override {
-        return answer(result, [&] { return make_object(kept(element(), data().parent)); });
+        return answer(result, Given(data().name),
+                      [&] { return make_object(kept(element(), data().parent)); });
     }
     STDMETHODIMP get_Children(IKelosObjects** result) override {
-        return answer(result, [&] { return members::children(element()); });
+        return answer(result, Given(data().name), [&] { return members::children(element()); });
     }
     STDMETHODIMP get_AttributeText(BSTR full_name, BSTR* result) override {
-        return answer(result, [&] { return members::attribute_text(element(), full_name); });
+        return answer(result, Given(data().name, full_name),
+                      [&] { return members::attribute_text(element(), full_name); });
     }
     STDMETHODIMP get_AttributeValue(BSTR full_name, long index, VARIANT* result) override {
-        return answer(result,
+        return answer(result, Given(data().name, full_name, index),
                       [&] { return members::attribute_value(element(), full_name, index); });
     }
     STDMETHODIMP get_InternationalDescription(long number, BSTR* result) override {
-        return answer(result,
+        return answer(result, Given(data().name, number),
                       [&] { return members::international_description(element(), number); });
     }
 
@@ -137,11 +146,19 @@ class ObjectHandle : public automation::Object<Self, Main, More..., ElementHandl
     LocalText& description(std::size_t number) const noexcept {
         return data().descriptions[number];
     }
-    HRESULT read(BSTR* result, const LocalText& text) const noexcept {
-        return answer(result, [&] { return automation::Bstr(text.in(language())); });
+    HRESULT read(
+        BSTR* result, const LocalText& text,
+        const std::source_location& member = std::source_location::current()) const noexcept {
+        return answer(
+            result, Given(data().name), [&] { return automation::Bstr(text.in(language())); },
+            member);
     }
-    HRESULT write(BSTR value, LocalText& text) const noexcept {
-        return run([&] { members::replace_text(element(), text, value); });
+    HRESULT write(
+        BSTR value, LocalText& text,
+        const std::source_location& member = std::source_location::current()) const noexcept {
+        return run(
+            Given(data().name, value), [&] { members::replace_text(element(), text, value); },
+            member);
     }
 
     ElementRef element_;

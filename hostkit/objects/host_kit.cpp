@@ -79,6 +79,18 @@ class Kit : public Object<Kit, IHostKit> {
         watch_calls(watcher);
         return S_OK;
     }
+    STDMETHODIMP get_LogsCalls(VARIANT_BOOL* result) override {
+        return answer<Uncounted>(result, [&] { return as_variant_bool(calls_.is_logging()); });
+    }
+    STDMETHODIMP put_LogsCalls(VARIANT_BOOL value) override {
+        return run<Uncounted>([&] { calls_.log(value != VARIANT_FALSE); });
+    }
+    STDMETHODIMP TakeCalls(BSTR* result) override {
+        return answer<Uncounted>(result, [&] { return Bstr(calls_.take_lines()); });
+    }
+    STDMETHODIMP FailCallNamed(BSTR name, long occurrence, long code) override {
+        return run<Uncounted>([&] { calls_.fail(view_of(name), occurrence, code); });
+    }
 
   private:
     const ModelRef& model() const {
@@ -123,6 +135,7 @@ class Kit : public Object<Kit, IHostKit> {
     ModelRef model_;
     ComPtr<IKelosWorkset> workset_;
     ComPtr<IHostKitWatcher> watcher_;
+    CallWatch calls_;
 };
 
 }  // namespace

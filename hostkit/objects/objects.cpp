@@ -29,29 +29,30 @@ class MappingObject
         return answer(result, [&] { return table().count(); });
     }
     STDMETHODIMP get_Target(long index, BSTR* result) override {
-        return answer(result, [&] {
+        return answer(result, Given(index), [&] {
             Bstr target(target_of(table().at(index)));
             note_row(index, table().count());
             return target;
         });
     }
     STDMETHODIMP get_SourceObject(long index, IKelosObject** result) override {
-        return answer(result, [&] { return make_object(kept(element(), row(index).source)); });
+        return answer(result, Given(index),
+                      [&] { return make_object(kept(element(), row(index).source)); });
     }
     STDMETHODIMP get_SourceProperty(long index, BSTR* result) override {
-        return answer(result, [&] { return Bstr(row(index).property); });
+        return answer(result, Given(index), [&] { return Bstr(row(index).property); });
     }
     STDMETHODIMP get_SourceIndex(long index, VARIANT* result) override {
-        return answer(result, [&] { return row(index).index; });
+        return answer(result, Given(index), [&] { return row(index).index; });
     }
     STDMETHODIMP get_UNIT(long index, BSTR* result) override {
-        return answer(result, [&] { return Bstr(row(index).unit); });
+        return answer(result, Given(index), [&] { return Bstr(row(index).unit); });
     }
     STDMETHODIMP get_IO(long index, BSTR* result) override {
-        return answer(result, [&] { return Bstr(row(index).direction); });
+        return answer(result, Given(index), [&] { return Bstr(row(index).direction); });
     }
     STDMETHODIMP get_Value(long index, VARIANT* result) override {
-        return answer(result, [&] { return value_of(table().at(index)); });
+        return answer(result, Given(index), [&] { return value_of(table().at(index)); });
     }
 
   private:
@@ -110,7 +111,7 @@ class ProjectObject : public ObjectHandle<ProjectObject, Project,
         return answer(result, [&] { return static_cast<long>(data().language) + 1; });
     }
     STDMETHODIMP put_CurrentLanguageNumber(long number) override {
-        return run([&] {
+        return run(Given(number), [&] {
             if (!item_at(data().model.languages, number))
                 automation::fail(automation::error_subscript_out_of_range);
             data().language = static_cast<std::size_t>(number) - 1;

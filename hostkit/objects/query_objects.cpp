@@ -55,6 +55,9 @@ class CellObject : public Object<CellObject, IKelosCell> {
     }
     STDMETHODIMP get_Value(VARIANT* result) override {
         return answer(result, [&] {
+            if (content_.value_object)
+                return Variant(static_cast<IDispatch*>(
+                    make_object(kept(model_, content_.value_object)).get()));
             if (!content_.translated) return content_.value;
             const auto translated =
                 automation::make<TranslateObjectValue>(kept(model_, content_.translated));
@@ -75,7 +78,7 @@ class ColumnList : public Object<ColumnList, IKelosQColumnDefs> {
         return answer(count, [&] { return static_cast<long>(columns().size()); });
     }
     STDMETHODIMP get_Item(long index, IKelosQColumnDef** column) override {
-        return answer(column, [&]() -> ComPtr<IKelosQColumnDef> {
+        return answer(column, Given(index), [&]() -> ComPtr<IKelosQColumnDef> {
             const auto* const found = item_at(columns(), index);
             return found ? make_column_definition(result_.model, **found) : nullptr;
         });
@@ -105,14 +108,14 @@ class ResultTable : public Object<ResultTable, IKelosResultTable> {
                       [&] { return automation::make<ColumnList>(result_)->main_pointer(); });
     }
     STDMETHODIMP get_Cell(long row, long column, IKelosCell** cell) override {
-        return answer(cell, [&]() -> ComPtr<IKelosCell> {
+        return answer(cell, Given(row, column), [&]() -> ComPtr<IKelosCell> {
             auto content = cell_at(*result_.state, row, column);
             if (!content) return {};
             return automation::make<CellObject>(result_.model, *std::move(content))->main_pointer();
         });
     }
     STDMETHODIMP get_NestedQuery(long row, IKelosQuery** query) override {
-        return answer(query, [&]() -> ComPtr<IKelosQuery> {
+        return answer(query, Given(row), [&]() -> ComPtr<IKelosQuery> {
             auto nested = nested_query(*result_.state, row);
             if (!nested) return {};
             return make_query(

@@ -33,7 +33,7 @@ class ValueListObject : public Object<ValueListObject, IKelosValueList> {
         return answer(result, [&] { return static_cast<long>(values_->entries.size()); });
     }
     STDMETHODIMP get_Item(long index, IKelosValueEntry** result) override {
-        return answer(result, [&]() -> ComPtr<IKelosValueEntry> {
+        return answer(result, Given(index), [&]() -> ComPtr<IKelosValueEntry> {
             const PropertyValue* const entry = item_at(values_->entries, index);
             if (!entry) return {};
             return automation::make<ValueEntry>(

@@ -47,7 +47,7 @@ class LanguageList : public Object<LanguageList, IKelosLanguages> {
         return answer(result, [&] { return static_cast<long>(model_->languages.size()); });
     }
     STDMETHODIMP get_Item(long index, IKelosLanguage** result) override {
-        return answer(result, [&]() -> ComPtr<IKelosLanguage> {
+        return answer(result, Given(index), [&]() -> ComPtr<IKelosLanguage> {
             if (!item_at(model_->languages, index)) return {};
             return make_language(model_, static_cast<std::size_t>(index) - 1);
         });
@@ -88,7 +88,7 @@ class WorksetObject : public Object<WorksetObject, Extends<IHostKitWorkset, IKel
         });
     }
     STDMETHODIMP LoadObject(long system_type, BSTR uid, IKelosObject** result) override {
-        return answer(result, [&] {
+        return answer(result, Given(system_type, uid), [&] {
             return make_object(kept(model_, find_by_identity(*model_, system_type, view_of(uid))));
         });
     }
@@ -99,13 +99,13 @@ class WorksetObject : public Object<WorksetObject, Extends<IHostKitWorkset, IKel
         return answer(result, [&] { return model_->undo_state; });
     }
     STDMETHODIMP putref_CurrentUndoState(IDispatch* state) override {
-        return run([&] { model_->undo_state = state; });
+        return run(Given(state), [&] { model_->undo_state = state; });
     }
     STDMETHODIMP get_OuterUndoState(IDispatch** result) override {
         return answer(result, [&] { return model_->outer_undo_state; });
     }
     STDMETHODIMP putref_OuterUndoState(IDispatch* state) override {
-        return run([&] { model_->outer_undo_state = state; });
+        return run(Given(state), [&] { model_->outer_undo_state = state; });
     }
     STDMETHODIMP get_Projects(IKelosObjects** result) override {
         return answer(result, [&] {
@@ -119,7 +119,7 @@ class WorksetObject : public Object<WorksetObject, Extends<IHostKitWorkset, IKel
         return answer(result, [&] { return Bstr(current_user().login); });
     }
     STDMETHODIMP put_CurrentLogin(BSTR login) override {
-        return run([&] { model_->user = user_named(view_of(login)); });
+        return run(Given(login), [&] { model_->user = user_named(view_of(login)); });
     }
 
   private:

@@ -67,6 +67,9 @@ CellDefinition load_cell(LoadContext& context, const Node& node) {
         cell.kind = CellKind::missing;
     } else if (node.find(L"translate")) {
         load_translated(context, node, cell);
+    } else if (node.find(L"value-object")) {
+        cell.kind = CellKind::referring;
+        cell.object = load_object_reference(context, node, L"value-object");
     } else {
         cell.object = load_object_reference(context, node, L"object");
         if (!text && !value) return cell;

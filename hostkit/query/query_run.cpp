@@ -62,6 +62,8 @@ CellContent given_cell(const CellDefinition& cell, bool generated, long row) {
     content.text = generated ? with_row(cell.text, row) : cell.text;
     if (cell.kind == CellKind::translated)
         content.translated = &cell;
+    else if (cell.kind == CellKind::referring)
+        content.value_object = cell.object;
     else if (generated && cell.value.is_string())
         content.value = Variant(with_row(cell.value.text(), row));
     else
@@ -154,6 +156,7 @@ std::optional<CellContent> cell_at(const QueryState& state, long row, long colum
             return {};
         case CellKind::given:
         case CellKind::translated:
+        case CellKind::referring:
             return given_cell(cell, query.source == RowSource::generated, row);
         case CellKind::evaluated:
             break;

@@ -22,6 +22,7 @@ struct CellContent {
     std::wstring text;
     automation::Variant value;
     const CellDefinition* translated = nullptr;  // the value is a translate object
+    Element* value_object = nullptr;
 };
 
 // Row and column from 1. Nothing when the row has no such cell, as where callers count on through

@@ -1,5 +1,6 @@
 #include "hostkit/script/code_object.h"
 
+#include "hostkit/boundary.h"
 #include "hostkit/script/exception_info.h"
 
 namespace hostkit {
@@ -24,13 +25,20 @@ class CodeObject : public PlainObject<IDispatch> {
     }
     STDMETHODIMP GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale,
                                DISPID* ids) override {
-        return procedures_->GetIDsOfNames(id, names, count, locale, ids);
+        if (count == 0) return E_INVALIDARG;
+        HRESULT code = S_OK;
+        const HRESULT raised = run<Watched>(Given(*names), [&] {
+            code = procedures_->GetIDsOfNames(id, names, count, locale, ids);
+        });
+        return FAILED(raised) ? raised : code;
     }
     STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD kind, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) override {
         // The procedure may release the last reference on this object.
         const ComPtr<CodeObject> keep(this);
         const ScriptSite::Watch watch(engine_->site(), module_name_);
+        if (const HRESULT refused = run<Watched>(Given(*parameters), [] {}); FAILED(refused))
+            return refused;
         ExceptionInfo raised;
         const HRESULT code = procedures_->Invoke(member, id, locale, kind, parameters, result,
                                                  &raised, bad_argument);

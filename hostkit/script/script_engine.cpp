@@ -79,7 +79,7 @@ STDMETHODIMP ScriptEngine::get_ReportErrors(VARIANT_BOOL* result) {
 }
 
 STDMETHODIMP ScriptEngine::put_ReportErrors(VARIANT_BOOL value) {
-    return run([&] { reports_errors_ = value != VARIANT_FALSE; });
+    return run(Given(value), [&] { reports_errors_ = value != VARIANT_FALSE; });
 }
 
 STDMETHODIMP ScriptEngine::get_ErrorSink(IDispatch** result) {
@@ -87,7 +87,7 @@ STDMETHODIMP ScriptEngine::get_ErrorSink(IDispatch** result) {
 }
 
 STDMETHODIMP ScriptEngine::put_ErrorSink(IDispatch* value) {
-    return run([&] { error_sink_ = value; });
+    return run(Given(value), [&] { error_sink_ = value; });
 }
 
 STDMETHODIMP ScriptEngine::putref_ErrorSink(IDispatch* value) {
@@ -95,7 +95,7 @@ STDMETHODIMP ScriptEngine::putref_ErrorSink(IDispatch* value) {
 }
 
 STDMETHODIMP ScriptEngine::Evaluate(BSTR expression, BSTR module_name, VARIANT* result) {
-    return answer(result, [&] {
+    return answer(result, Given(expression, module_name), [&] {
         const ComPtr<ScriptEngine> keep(this);
         const std::wstring item = known_module(module_name).name;
         Variant value;
@@ -109,7 +109,7 @@ STDMETHODIMP ScriptEngine::Evaluate(BSTR expression, BSTR module_name, VARIANT* 
 
 STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* object,
                                      VARIANT_BOOL add_members) {
-    return run([&] {
+    return run(Given(module_name, object, add_members), [&] {
         const ComPtr<ScriptEngine> keep(this);
         const std::wstring item(view_of(module_name));
         if (item.empty()) automation::fail(E_INVALIDARG, L"A module needs a name");
@@ -130,7 +130,7 @@ STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* obj
 }
 
 STDMETHODIMP ScriptEngine::CodeObject(BSTR module_name, IDispatch** result) {
-    return answer(result, [&] {
+    return answer(result, Given(module_name), [&] {
         const std::wstring& item = known_module(module_name).name;
         return make_code_object(this, item, script_.procedures(item.c_str()));
     });

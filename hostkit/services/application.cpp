@@ -25,7 +25,7 @@ void apply_look(IDispatch* form) {
 class FormSetting : public automation::Object<FormSetting, IKelosFormSetting> {
   public:
     STDMETHODIMP Apply(IDispatch* form) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(form), [&] {
             apply_look(form);
             ++service_state().uses.applied;
         });
@@ -37,17 +37,17 @@ class UIService
                                 automation::Extends<IHostKitUIService, IKelosUIService>> {
   public:
     STDMETHODIMP get_FormSetting(IKelosFormSetting** result) override {
-        return answer<Uncounted>(result, [] { return make<FormSetting>()->main_pointer(); });
+        return answer<Watched>(result, [] { return make<FormSetting>()->main_pointer(); });
     }
     STDMETHODIMP ConnectControls(IDispatch* form, IDispatch* bridge) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(form, bridge), [&] {
             automation::require(form);
             automation::require(bridge);
             ++service_state().uses.connected;
         });
     }
     STDMETHODIMP RefreshControls(IDispatch* form) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(form), [&] {
             if (const HWND window = window_of(automation::require(form)))
                 RedrawWindow(window, nullptr, nullptr,
                              RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
@@ -68,11 +68,11 @@ class UIService
 class Application : public automation::Object<Application, IKelosApplication> {
   public:
     STDMETHODIMP get_CurrentWorkset(IKelosWorkset** result) override {
-        return answer<Uncounted>(result, [] { return current_workset(); });
+        return answer<Watched>(result, [] { return current_workset(); });
     }
     STDMETHODIMP get_WindowService(IKelosWindowService** result) override {
-        return answer<Uncounted>(result,
-                                 [] { return ComPtr<IKelosWindowService>(window_service()); });
+        return answer<Watched>(result,
+                               [] { return ComPtr<IKelosWindowService>(window_service()); });
     }
 };
 
@@ -81,7 +81,7 @@ class ControlWrapper : public automation::Object<ControlWrapper, IKelosControlWr
     explicit ControlWrapper(IDispatch* control) : control_(control) {}
 
     STDMETHODIMP Activate() override {
-        return run<Uncounted>([&] { focus_control(control_.get()); });
+        return run<Watched>([&] { focus_control(control_.get()); });
     }
 
   private:

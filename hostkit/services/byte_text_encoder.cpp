@@ -72,7 +72,7 @@ class ByteTextEncoder : public automation::Object<ByteTextEncoder, IKelosByteTex
         return answer(result, [&] { return encoded(ByteArrayView(bytes).bytes()); });
     }
     STDMETHODIMP DecodeText(BSTR text, VARIANT* result) override {
-        return answer(result, [&] { return decoded(view_of(text)); });
+        return answer(result, Given(text), [&] { return decoded(view_of(text)); });
     }
 };
 

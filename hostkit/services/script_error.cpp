@@ -13,19 +13,19 @@ class ScriptError : public automation::Object<ScriptError, IKelosScriptError> {
     explicit ScriptError(const ScriptErrorRecord& record) : record_(record) {}
 
     STDMETHODIMP get_Description(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return Bstr(record_.description); });
+        return answer<Watched>(result, [&] { return Bstr(record_.description); });
     }
     STDMETHODIMP get_Item(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return Bstr(record_.item); });
+        return answer<Watched>(result, [&] { return Bstr(record_.item); });
     }
     STDMETHODIMP get_Source(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return Bstr(record_.source); });
+        return answer<Watched>(result, [&] { return Bstr(record_.source); });
     }
     STDMETHODIMP get_LineNr(long* result) override {
-        return answer<Uncounted>(result, [&] { return record_.line; });
+        return answer<Watched>(result, [&] { return record_.line; });
     }
     STDMETHODIMP get_LineText(BSTR* result) override {
-        return answer<Uncounted>(result, [&] { return Bstr(record_.line_text); });
+        return answer<Watched>(result, [&] { return Bstr(record_.line_text); });
     }
 
   private:

@@ -31,19 +31,23 @@ void fail_on_request() {
 }
 
 // The contract's members; all of them fail while FailService is in force.
-template <class Body>
-HRESULT serve(Body&& body) noexcept {
-    return run<Uncounted>([&] {
+template <class Body, class... Values>
+HRESULT serve(const Given<Values...>& arguments, Body&& body,
+              const std::source_location& member = std::source_location::current()) noexcept {
+    const auto unless_failing = [&] {
         fail_on_request();
         body();
-    });
+    };
+    return run<Watched>(arguments, unless_failing, member);
 }
-template <class T, class Body>
-HRESULT serve(T* result, Body&& body) noexcept {
-    return answer<Uncounted>(result, [&] {
+template <class T, class Body, class... Values>
+HRESULT serve(T* result, const Given<Values...>& arguments, Body&& body,
+              const std::source_location& member = std::source_location::current()) noexcept {
+    const auto unless_failing = [&] {
         fail_on_request();
         return body();
-    });
+    };
+    return answer<Watched>(result, arguments, unless_failing, member);
 }
 
 class Service
@@ -52,12 +56,12 @@ class Service
     static constexpr const CLSID& class_id = __uuidof(::Service);
 
     STDMETHODIMP TranslateText(BSTR text_key, BSTR* result) override {
-        return serve(result, [&] {
+        return serve(result, Given(text_key), [&] {
             return Bstr(translate_key(view_of(text_key), service_state().language));
         });
     }
     STDMETHODIMP ShowMessage(BSTR text, long style, BSTR title, long* result) override {
-        return serve(result, [&] {
+        return serve(result, Given(text, style, title), [&] {
             auto& state = service_state();
             MessageRecord message{text_of(text), style, text_of(title), state.message_answer};
             if (state.mode == hkmInteractive)
@@ -68,28 +72,28 @@ class Service
         });
     }
     STDMETHODIMP ReportError(long number, BSTR description, BSTR source, BSTR label) override {
-        return serve([&] {
+        return serve(Given(number, description, source, label), [&] {
             service_state().add_error(
                 {number, text_of(description), text_of(source), text_of(label)});
         });
     }
     STDMETHODIMP Trace(BSTR text) override {
-        return serve([&] { service_state().add_trace(text_of(text)); });
+        return serve(Given(text), [&] { service_state().add_trace(text_of(text)); });
     }
     STDMETHODIMP FocusControl(IDispatch* control) override {
-        return serve([&] { focus_control(control); });
+        return serve(Given(control), [&] { focus_control(control); });
     }
     STDMETHODIMP get_Application(IKelosApplication** result) override {
-        return serve(result, [] {
+        return serve(result, Given(), [] {
             return service_state().offers_application ? host_application()
                                                       : ComPtr<IKelosApplication>();
         });
     }
     STDMETHODIMP get_UIService(IKelosUIService** result) override {
-        return serve(result, [] { return ui_service(); });
+        return serve(result, Given(), [] { return ui_service(); });
     }
     STDMETHODIMP get_ControlWrapper(IDispatch* control, IKelosControlWrapper** result) override {
-        return serve(result, [&] { return wrap_control(control); });
+        return serve(result, Given(control), [&] { return wrap_control(control); });
     }
 
     STDMETHODIMP get_Messages(IHostKitMessages** result) override {

@@ -66,7 +66,7 @@ class WindowService
   public:
     STDMETHODIMP RegisterForm(IDispatch* form, long number, IDispatch* reference,
                               IDispatch* controller) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(form, number, reference, controller), [&] {
             automation::require(form);
             auto& state = service_state();
             if (find_form(form) != state.forms.end())
@@ -78,7 +78,7 @@ class WindowService
     }
 
     STDMETHODIMP UnregisterForm(IDispatch* form) override {
-        return run<Uncounted>([&] {
+        return run<Watched>(Given(form), [&] {
             automation::require(form);
             auto& state = service_state();
             const auto found = find_form(form);

@@ -1,14 +1,8 @@
-// The general functions through their automation class.
+// The general functions, through the DLL.
 
-#include "support/com_fixture.h"
+#include "support/watched_host.h"
 
-using automation::Bstr;
-using automation::call;
-using automation::ComPtr;
-using automation::get;
-using test::ComFixture;
-using test::create;
-using test::ProjectFixture;
+using namespace test;
 
 namespace {
 
@@ -27,7 +21,7 @@ class Functions : public Base {
     }
 };
 using FunctionsFixture = Functions<ComFixture>;
-using HostFunctionsFixture = Functions<ProjectFixture>;
+using HostFunctionsFixture = Functions<WatchedProject>;
 
 constexpr auto uu_encode = &ITesseraGFunctions::UUEncode;
 constexpr auto uu_decode = &ITesseraGFunctions::UUDecode;
@@ -151,4 +145,24 @@ TEST_CASE_FIXTURE(HostFunctionsFixture,
     CHECK_FALSE(is_mapping_table(L"no such document"));
     CHECK(error(1) == L"Tessera.GFunctions|Private sub 'SetMappingTable'");
     CHECK(error_count() == 1);
+}
+
+TEST_CASE_FIXTURE(HostFunctionsFixture, "encoding asks the host's compressor and encoder") {
+    log_calls();
+    const std::wstring encoded = text(encode, L"text");
+    CHECK(calls() ==
+          LR"(
+new Kelos.ByteCompressor
+new Kelos.ByteTextEncoder
+ByteCompressor.Compress
+ByteTextEncoder.EncodeBytes
+)");
+    CHECK(text(decode, encoded) == L"text");
+    CHECK(calls() ==
+          LR"(
+new Kelos.ByteCompressor
+new Kelos.ByteTextEncoder
+ByteTextEncoder.DecodeText "S0JDMQgAAAB4nCthSGWoYChhAAAIzgHG"
+ByteCompressor.Expand
+)");
 }

@@ -1,44 +1,12 @@
-// The real form: opened through the component, shown by the kit's window service, driven by
-// messages as a user drives it.
+// The form, through the DLL: shown by the kit's window service, driven by messages as a user drives
+// it, embedded by the host's surface.
 #include "progress/form_layout.h"
-#include "support/com_fixture.h"
-
-#include <commctrl.h>
-
-namespace {
+#include "progress/progress_fixture.h"
 
 using namespace test;
 namespace layout = tessera::form_layout;
 
-class FormFixture : public ComFixture {
-  public:
-    // Before the base class looks for what is still alive.
-    ~FormFixture() { progress.reset(); }
-
-    ComPtr<IHostKitForms> forms() const {
-        const auto application = get(service(), &IKelosService::get_Application);
-        const auto windows = get(application, &IKelosApplication::get_WindowService);
-        return get(windows.as<IHostKitWindowService>(), &IHostKitWindowService::get_Forms);
-    }
-    long form_count() const { return get(forms(), &IHostKitForms::get_Count); }
-    ComPtr<IHostKitForm> form(long index = 1) const {
-        return get(forms(), &IHostKitForms::get_Item, index);
-    }
-    HWND window(long index = 1) const {
-        return static_cast<HWND>(LongToHandle(get(form(index), &IHostKitForm::get_Window)));
-    }
-    HWND control(const wchar_t* window_class) const {
-        return FindWindowExW(window(), nullptr, window_class, nullptr);
-    }
-    HWND text_line() const { return control(WC_STATICW); }
-    HWND bar() const { return control(PROGRESS_CLASSW); }
-    HWND button() const { return control(WC_BUTTONW); }
-
-    uceProgressState state() const { return get(progress, &ITesseraProgress::get_State); }
-    void percentage(short value) const { call(progress, &ITesseraProgress::put_Percentage, value); }
-
-    ComPtr<ITesseraProgress> progress = create<ITesseraProgress>(L"Tessera.Progress");
-};
+namespace {
 
 std::wstring text_of(HWND window) {
     wchar_t text[128];
@@ -60,23 +28,9 @@ layout::Resolution screen() {
     return result;
 }
 
-// A desktop on which no window can be created: CreateWindow answers nothing and gives no reason.
-class NoDisplay {
-  public:
-    NoDisplay() : hook_(SetWindowsHookExW(WH_CBT, refuse, nullptr, GetCurrentThreadId())) {}
-    NoDisplay(const NoDisplay&) = delete;
-    NoDisplay& operator=(const NoDisplay&) = delete;
-    ~NoDisplay() { UnhookWindowsHookEx(hook_); }
-
-  private:
-    static LRESULT CALLBACK refuse(int code, WPARAM, LPARAM) { return code == HCBT_CREATEWND; }
-
-    HHOOK hook_;
-};
-
 }  // namespace
 
-TEST_CASE_FIXTURE(FormFixture, "the form has its title, its texts and its controls' places") {
+TEST_CASE_FIXTURE(ProgressFixture, "the form has its title, its texts and its controls' places") {
     struct Texts {
         HostKitLanguage language;
         const wchar_t* line;
@@ -84,11 +38,11 @@ TEST_CASE_FIXTURE(FormFixture, "the form has its title, its texts and its contro
     };
     const Texts all[] = {{hklGerman, L"Bitte warten...", L"Abbrechen"},
                          {hklEnglish, L"Please wait...", L"Abort"}};
-    call(progress, &ITesseraProgress::put_Caption, Bstr(L"Export \u00e4").get());
+    call(progress, &ITesseraProgress::put_Caption, Bstr(L"Export \u00e4\u4e16").get());
     for (const Texts& texts : all) {
         call(service(), &IHostKitService::put_Language, texts.language);
-        call(progress, &ITesseraProgress::StartProcess);
-        CHECK(text_of(window()) == L"Export \u00e4");
+        start();
+        CHECK(text_of(window()) == L"Export \u00e4\u4e16");
         CHECK(text_of(text_line()) == texts.line);
         CHECK(text_of(button()) == texts.button);
         CHECK(IsWindowVisible(window()));
@@ -101,24 +55,17 @@ TEST_CASE_FIXTURE(FormFixture, "the form has its title, its texts and its contro
         CHECK(place_of(text_line()) == layout::to_pixels(layout::text_line, screen()));
         CHECK(place_of(bar()) == layout::to_pixels(layout::progress_bar, screen()));
         CHECK(place_of(button()) == layout::to_pixels(layout::abort_button, screen()));
-        call(progress, &ITesseraProgress::StopProcess);
+        stop();
     }
+    // The title is the caption at the time of opening.
+    start();
+    call(progress, &ITesseraProgress::put_Caption, Bstr(L"later").get());
+    start();
+    CHECK(text_of(window()) == L"Export \u00e4\u4e16");
     CHECK(error_count() == 0);
 }
 
-TEST_CASE_FIXTURE(FormFixture,
-                  "the host gets the form with its number, no reference, the controller") {
-    percentage(30);
-    CHECK(form_count() == 1);
-    CHECK(get(form(), &IHostKitForm::get_Number) == 0);
-    CHECK_FALSE(get(form(), &IHostKitForm::get_Reference));
-    const auto controller = get(form(), &IHostKitForm::get_Controller).as<ITesseraProgress>();
-    CHECK(get(controller, &ITesseraProgress::get_State) == uccStateExecuting);
-    const auto ui = get(service(), &IKelosService::get_UIService).as<IHostKitUIService>();
-    CHECK(get(ui, &IHostKitUIService::get_AppliedCount) == 1);
-}
-
-TEST_CASE_FIXTURE(FormFixture, "the bar shows the percentage until the form closes") {
+TEST_CASE_FIXTURE(ProgressFixture, "the bar shows the percentage until the form closes") {
     for (const short value : {0, 1, 50, 99}) {
         percentage(value);
         CHECK(SendMessageW(bar(), PBM_GETPOS, 0, 0) == value);
@@ -126,16 +73,17 @@ TEST_CASE_FIXTURE(FormFixture, "the bar shows the percentage until the form clos
     }
     const HWND shown = window();
     percentage(100);
-    CHECK(form_count() == 0);
+    CHECK_FALSE(form_is_open());
     CHECK_FALSE(IsWindow(shown));
     CHECK(state() == uccStateClosed);
     CHECK(error_count() == 0);
 }
 
-TEST_CASE_FIXTURE(FormFixture, "an abort while a walk runs is seen at the next read of the state") {
+TEST_CASE_FIXTURE(ProgressFixture,
+                  "an abort while a walk runs is seen at the next read of the state") {
     percentage(0);
     SUBCASE("clicked at once") {
-        SendMessageW(button(), BM_CLICK, 0, 0);
+        click_abort();
     }
     SUBCASE("a click waits") {
         PostMessageW(button(), BM_CLICK, 0, 0);
@@ -150,67 +98,182 @@ TEST_CASE_FIXTURE(FormFixture, "an abort while a walk runs is seen at the next r
         PostMessageW(GetFocus(), WM_KEYUP, VK_SPACE, static_cast<LPARAM>(0xC0390001));
     }
     CHECK(state() == uccStateAbort);
-    CHECK(form_count() == 1);
+    CHECK(form_is_open());
     percentage(60);
     CHECK(state() == uccStateAbort);
-    CHECK(form_count() == 0);
+    CHECK_FALSE(form_is_open());
     percentage(0);
     CHECK(state() == uccStateOpen);
-    CHECK(form_count() == 1);
+    CHECK(form_is_open());
+    stop();
+    CHECK(state() == uccStateOpen);
 }
 
-TEST_CASE_FIXTURE(FormFixture, "a click that waits counts for the next percentage") {
+TEST_CASE_FIXTURE(ProgressFixture, "a click that waits counts for the next percentage") {
     percentage(10);
     PostMessageW(button(), BM_CLICK, 0, 0);
     percentage(20);
-    CHECK(form_count() == 0);
+    CHECK_FALSE(form_is_open());
     CHECK(state() == uccStateAbort);
 }
 
-TEST_CASE_FIXTURE(FormFixture, "the user may close the form while the walk goes on") {
+TEST_CASE_FIXTURE(ProgressFixture, "the undo states of the opening are written back") {
+    const auto inner = get(workset, &IKelosWorkset::get_CurrentUndoState);
+    const auto outer = get(workset, &IKelosWorkset::get_OuterUndoState);
+    start();
+    call(workset, &IKelosWorkset::putref_CurrentUndoState, outer.get());
+    call(workset, &IKelosWorkset::putref_OuterUndoState, nullptr);
+    SUBCASE("by a percentage") {
+        percentage(1);
+    }
+    SUBCASE("by the form's member") {
+        call(form_as<ITesseraPrgFrm>(), &ITesseraPrgFrm::SetUndoState);
+    }
+    SUBCASE("by the embedded control's focus") {
+        const auto bridge =
+            get(form_as<IKelosVBUsercontrol>(), &IKelosVBUsercontrol::get_WPFControl);
+        call(bridge.as<IHostKitWpfBridge>(), &IHostKitWpfBridge::GainFocus);
+    }
+    CHECK(get(workset, &IKelosWorkset::get_CurrentUndoState) == inner);
+    CHECK(get(workset, &IKelosWorkset::get_OuterUndoState) == outer);
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "a form opens although its look or its texts fail") {
+    struct Failure {
+        const wchar_t* member;
+        const wchar_t* report;
+    };
+    const Failure failures[] = {
+        {L"Service.get_UIService", L"Tessera.PrgFrm|Sub InitializeWpfControls\n"},
+        {L"FormSetting.Apply", L"Tessera.PrgFrm|Sub InitializeWpfControls\n"},
+        {L"Service.TranslateText", L"Tessera.PrgFrm|Private Sub 'Form_Load'\n"},
+        {L"Button.put_Caption", L"Tessera.PrgFrm|Private Sub 'Form_Load'\n"},
+        {L"Service.get_ControlWrapper", L"Tessera.PrgFrm|Private Sub 'Form_Activate'\n"},
+        {L"ControlWrapper.Activate", L"Tessera.PrgFrm|Private Sub 'Form_Activate'\n"},
+    };
+    for (const Failure& failure : failures) {
+        CAPTURE(failure.member);
+        fail(failure.member);
+        percentage(0);
+        CHECK(form_is_open());
+        CHECK(take_errors() == failure.report);
+        stop();
+    }
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "a window that the user or the host takes away does no harm") {
     percentage(10);
+    const auto bridge = get(form_as<IKelosVBUsercontrol>(), &IKelosVBUsercontrol::get_WPFControl);
+    log_calls();
     const HWND shown = window();
-    PostMessageW(shown, WM_SYSCOMMAND, SC_CLOSE, 0);
-    for (short value = 11; value < 100; ++value) {
-        percentage(value);
+    std::wstring moved = L"ProgressBar.get_Bar\nBar.put_Value 20\n";
+    SUBCASE("closed by the user") {
+        SendMessageW(shown, WM_CLOSE, 0, 0);
+        CHECK_FALSE(IsWindowVisible(shown));
+        // An abort it is not.
         CHECK(state() == uccStateExecuting);
     }
-    CHECK_FALSE(IsWindowVisible(shown));
-    percentage(100);
+    SUBCASE("closed by the user, the message still waiting") {
+        PostMessageW(shown, WM_SYSCOMMAND, SC_CLOSE, 0);
+        CHECK(state() == uccStateExecuting);
+        CHECK_FALSE(IsWindowVisible(shown));
+    }
+    SUBCASE("destroyed") {
+        DestroyWindow(shown);
+        moved.clear();
+    }
+    CHECK(calls() == L"\nWpfBridge.Shutdown\n");
+    percentage(20);
+    CHECK(calls() == L"\n" + undo_restored + undo_restored + moved);
+    stop();
     CHECK_FALSE(IsWindow(shown));
-    CHECK(error_count() == 0);
+    CHECK(calls() == L"\n" + given_back);
     percentage(0);
     CHECK(IsWindowVisible(window()));
-}
-
-TEST_CASE_FIXTURE(FormFixture, "a controller that is released takes its form down") {
-    percentage(10);
-    const HWND shown = window();
-    progress.reset();
-    CHECK_FALSE(IsWindow(shown));
-    CHECK(form_count() == 0);
     CHECK(error_count() == 0);
-    CHECK(is_idle(L"Tessera.dll"));
 }
 
-TEST_CASE_FIXTURE(FormFixture, "two controllers have forms of their own") {
-    auto second = create<ITesseraProgress>(L"Tessera.Progress");
+TEST_CASE_FIXTURE(ProgressFixture, "the host's surface embeds the form") {
+    start();
+    const auto control = form_as<IKelosVBUsercontrol>();
+    CHECK(get(control, &IKelosVBUsercontrol::Version) == 1);
+    log_calls();
+    const std::wstring refreshed =
+        L"Service.get_UIService\nUIService.RefreshControls ITesseraPrgFrm\n";
+    call(control, &IKelosVBUsercontrol::UpdateLayout);
+    CHECK(calls() == L"\n" + refreshed);
+
+    const auto embedded = get(control, &IKelosVBUsercontrol::get_WPFControl);
+    CHECK(calls() ==
+          LR"(
+new Kelos.WpfBridge
+WpfBridge.putref_Events IKelosWpfBridgeEvents
+Service.get_UIService
+UIService.ConnectControls ITesseraPrgFrm, IHostKitWpfBridge
+)");
+    CHECK(get(control, &IKelosVBUsercontrol::get_WPFControl) == embedded);
+    CHECK(calls() == L"\n");
+
+    SetWindowPos(window(), nullptr, 0, 0, 640, 480, SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT area;
+    GetClientRect(window(), &area);
+    call(control, &IKelosVBUsercontrol::UpdateLayout);
+    CHECK(calls() == L"\nWpfBridge.Move 0, 0, " + std::to_wstring(area.right) + L", " +
+                         std::to_wstring(area.bottom) + L"\n" + refreshed);
+
+    SUBCASE("the control ends with the form") {
+        stop();
+        CHECK(calls() == L"\n" + given_back + L"WpfBridge.Shutdown\n");
+        CHECK(get(embedded.as<IHostKitWpfBridge>(), &IHostKitWpfBridge::get_Ended) != 0);
+    }
+    SUBCASE("a control that does not end is let go all the same") {
+        fail(L"WpfBridge.Shutdown");
+        stop();
+        CHECK(take_errors() == L"Tessera.PrgFrm|Sub Form_Unload\n");
+    }
+    // Afterwards there is nothing that could be embedded.
+    call(service(), &IHostKitService::Clear);
+    CHECK_FALSE(get(control, &IKelosVBUsercontrol::get_WPFControl));
+    CHECK(take_errors() == L"Tessera.PrgFrm|Property IKelosVBUsercontrol_WPFControl\n");
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "an embedding that fails is reported") {
+    start();
+    const auto control = form_as<IKelosVBUsercontrol>();
+    fail(L"UIService.ConnectControls");
+    CHECK_FALSE(get(control, &IKelosVBUsercontrol::get_WPFControl));
+    fail(L"UIService.RefreshControls");
+    call(control, &IKelosVBUsercontrol::UpdateLayout);
+    fail(L"WorksetObject.putref_OuterUndoState");
+    const auto bridge = get(control, &IKelosVBUsercontrol::get_WPFControl);
+    call(bridge.as<IHostKitWpfBridge>(), &IHostKitWpfBridge::GainFocus);
+    CHECK(take_errors() ==
+          L"Tessera.PrgFrm|Property IKelosVBUsercontrol_WPFControl\n"
+          L"Tessera.PrgFrm|Sub IKelosVBUsercontrol_UpdateLayout\n"
+          L"Tessera.PrgFrm|Private Sub 'm_UC_WPFGotFocus'\n");
+}
+
+TEST_CASE_FIXTURE(ProgressFixture,
+                  "only the form's own messages are handled, and a quit is left alone") {
     percentage(10);
-    call(second, &ITesseraProgress::put_Percentage, short{20});
-    CHECK(form_count() == 2);
-    const HWND first_window = window(1);
-    const HWND second_window = window(2);
-    SendMessageW(button(), BM_CLICK, 0, 0);
-    CHECK(state() == uccStateAbort);
-    CHECK(get(second, &ITesseraProgress::get_State) == uccStateExecuting);
-    percentage(100);
-    CHECK_FALSE(IsWindow(first_window));
-    CHECK(IsWindow(second_window));
-    percentage(0);
-    CHECK(form_count() == 2);
+    const HWND other = CreateWindowExW(0, L"STATIC", L"other", WS_POPUP, 0, 0, 10, 10, nullptr,
+                                       nullptr, nullptr, nullptr);
+    PostMessageW(other, WM_CLOSE, 0, 0);
+    PostMessageW(window(), WM_CLOSE, 0, 0);
+    PostQuitMessage(7);
+    state();
+    CHECK_FALSE(IsWindowVisible(window()));
+    CHECK(IsWindow(other));
+
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
+        DispatchMessageW(&message);
+    CHECK(message.message == WM_QUIT);
+    CHECK(message.wParam == 7);
+    CHECK_FALSE(IsWindow(other));
 }
 
-TEST_CASE_FIXTURE(FormFixture, "the last form takes its window class along") {
+TEST_CASE_FIXTURE(ProgressFixture, "the last form takes its window class along") {
     percentage(0);
     wchar_t name[64];
     GetClassNameW(window(), name, 64);
@@ -221,53 +284,4 @@ TEST_CASE_FIXTURE(FormFixture, "the last form takes its window class along") {
     CHECK(GetClassInfoExW(component, name, &description));
     percentage(100);
     CHECK_FALSE(GetClassInfoExW(component, name, &description));
-}
-
-TEST_CASE_FIXTURE(FormFixture, "without a display the failure is reported and the walk goes on") {
-    {
-        const NoDisplay none;
-        percentage(0);
-        CHECK(state() == uccStateOpen);
-        for (short value = 1; value < 100; ++value) {
-            percentage(value);
-            CHECK(state() == uccStateExecuting);
-        }
-        percentage(100);
-        CHECK(state() == uccStateClosed);
-        CHECK(form_count() == 0);
-        CHECK(error_count() == 1);
-        CHECK(error(1) == L"Tessera.Progress|Private Sub 'StartProcess'");
-    }
-    percentage(0);
-    CHECK(form_count() == 1);
-    CHECK(error_count() == 1);
-}
-
-TEST_CASE_FIXTURE(FormFixture, "the embedded control lives as long as the form") {
-    percentage(10);
-    const auto embedded = get(get(form(), &IHostKitForm::get_Form).as<IKelosVBUsercontrol>(),
-                              &IKelosVBUsercontrol::get_WPFControl)
-                              .as<IHostKitWpfBridge>();
-    call(service(), &IHostKitService::Clear);
-    call(embedded, &IHostKitWpfBridge::GainFocus);
-    CHECK(trace(1) == L"ZUL: WS Is Nothing");
-    call(get(form(), &IHostKitForm::get_Form).as<IKelosVBUsercontrol>(),
-         &IKelosVBUsercontrol::UpdateLayout);
-    const auto size = layout::to_pixels(layout::client_area, screen());
-    CHECK(get(embedded, &IHostKitWpfBridge::get_Width) == size.width);
-    CHECK(get(embedded, &IHostKitWpfBridge::get_Height) == size.height);
-    percentage(100);
-    CHECK(get(embedded, &IHostKitWpfBridge::get_Ended) == VARIANT_TRUE);
-    CHECK(error_count() == 0);
-}
-
-TEST_CASE_FIXTURE(FormFixture, "scripts drive it by name") {
-    automation::put_property(progress.get(), L"Percentage", Variant(std::int16_t{7}));
-    CHECK(automation::get_property(progress.get(), L"State").lVal == uccStateExecuting);
-    CHECK(SendMessageW(bar(), PBM_GETPOS, 0, 0) == 7);
-    const auto controller = get(form(), &IHostKitForm::get_Controller);
-    automation::put_property(controller.get(), L"State", Variant(long{uccStateAbort}));
-    automation::call_method(controller.get(), L"StopProcess");
-    CHECK(state() == uccStateAbort);
-    CHECK(form_count() == 0);
 }

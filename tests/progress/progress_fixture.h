@@ -1,47 +1,54 @@
-// A controller with a recording host.
+// A controller of the component, and what a user sees and does of its form.
 #pragma once
 
-#include <doctest/doctest.h>
+#include "support/watched_host.h"
 
-#include <memory>
+#include <commctrl.h>
 
-#include "progress/fake_host.h"
-#include "progress/progress.h"
+namespace test {
 
-namespace tessera {
-
-// Every test begins with a fresh host and ends with no object alive: neither the component's nor
-// one of the host's that the component should have let go.
-class ProgressFixture {
+class ProgressFixture : public WatchedProject {
   public:
-    ~ProgressFixture() {
-        progress.reset();
-        session.reset();
-        CHECK(automation::live_count() == 0);
+    uceProgressState state() const { return get(progress, &ITesseraProgress::get_State); }
+    void percentage(short value) const { call(progress, &ITesseraProgress::put_Percentage, value); }
+    void start() const { call(progress, &ITesseraProgress::StartProcess); }
+    void stop() const { call(progress, &ITesseraProgress::StopProcess); }
+    bool form_is_open() const { return form_count() > 0; }
+    HWND window() const { return form_window(); }
+    HWND text_line() const { return form_control(WC_STATICW); }
+    HWND bar() const { return form_control(PROGRESS_CLASSW); }
+    HWND button() const { return form_control(WC_BUTTONW); }
+    void click_abort() const { SendMessageW(button(), BM_CLICK, 0, 0); }
+    template <class Role>
+    ComPtr<Role> form_as() const {
+        return get(form(), &IHostKitForm::get_Form).as<Role>();
     }
 
-    uceProgressState state() const {
-        uceProgressState result = static_cast<uceProgressState>(-1);
-        CHECK(progress->get_State(&result) == S_OK);
-        return result;
-    }
-    void percentage(short value) const { CHECK(progress->put_Percentage(value) == S_OK); }
-    bool form_is_open() const { return fake_host::host().form.get() != nullptr; }
-    void click_abort() const { CHECK(fake_host::host().button_events->Click() == S_OK); }
-    HWND window() const {
-        HWND result = nullptr;
-        if (const auto form = fake_host::host().form.try_as<IOleWindow>()) form->GetWindow(&result);
-        return result;
-    }
-
-    std::unique_ptr<fake_host::Session> session = std::make_unique<fake_host::Session>();
-    automation::ComPtr<Progress> progress = automation::make<Progress>();
+    ComPtr<ITesseraProgress> progress = create<ITesseraProgress>(L"Tessera.Progress");
 };
 
-// What a restored undo state looks like to the host.
-inline constexpr char undo_restored[] =
-    "set CurrentUndoState\n"
-    "set OuterUndoState\n"
-    "Trace ZUL: CurrentUndoState was set back succesfull\n";
+// A desktop on which no window can be created: CreateWindow answers nothing and gives no reason.
+class NoDisplay {
+  public:
+    NoDisplay() : hook_(SetWindowsHookExW(WH_CBT, refuse, nullptr, GetCurrentThreadId())) {}
+    NoDisplay(const NoDisplay&) = delete;
+    NoDisplay& operator=(const NoDisplay&) = delete;
+    ~NoDisplay() { UnhookWindowsHookEx(hook_); }
 
-}  // namespace tessera
+  private:
+    static LRESULT CALLBACK refuse(int code, WPARAM, LPARAM) { return code == HCBT_CREATEWND; }
+
+    HHOOK hook_;
+};
+
+// What a restored undo state looks like to the host, and a form that is given back.
+inline const std::wstring undo_restored =
+    L"WorksetObject.putref_CurrentUndoState IHostKitUndoState\n"
+    L"WorksetObject.putref_OuterUndoState IHostKitUndoState\n"
+    L"Service.Trace \"ZUL: CurrentUndoState was set back succesfull\"\n";
+inline const std::wstring given_back =
+    L"Service.get_Application\n"
+    L"Application.get_WindowService\n"
+    L"WindowService.UnregisterForm ITesseraPrgFrm\n";
+
+}  // namespace test

@@ -1,14 +1,8 @@
-// The cursor against queries of plain data: the order of rows, what is read of them, failures.
+// The cursor, through the DLL: the order of rows, what is read of them, failures.
 
 #include "query/query_fixture.h"
 
-using automation::Bstr;
-using automation::ComPtr;
-using automation::get;
-using fake::calls;
-using test::deep_query;
-using test::long_query;
-using test::QueryFixture;
+using namespace test;
 
 namespace {
 
@@ -18,16 +12,16 @@ constexpr wchar_t move_next_label[] = L"HQuery (Tessera)|Public Sub 'MoveNext'";
 
 // Three levels: rows with and without nested queries, an empty nested query between them, one
 // query nested in the last row of its parent, and one that is wider than the first of its level.
-std::shared_ptr<fake::Query> plant() {
-    const auto top = fake::query(L"Top", {L"t1", L"t2"},
+std::shared_ptr<test::Query> plant() {
+    const auto top = test::query(L"Top", {L"t1", L"t2"},
                                  {{L"a", L"A"}, {L"b", L"-"}, {L"c", L"C"}, {L"d", L"D"}});
-    const auto first = fake::query(L"First", {L"f1"}, {{L"e"}, {L"f"}});
-    fake::row(first, 1).nested = fake::query(L"Deep", {L"d1", L"d2"}, {{L"g", L"G"}, {L"-", L"H"}});
-    const auto last = fake::query(L"Last", {L"l1", L"l2"}, {{L"i", L"I"}});
-    fake::row(last, 1).nested = fake::query(L"End", {L"e1"}, {{L"j"}});
-    fake::row(top, 1).nested = first;
-    fake::row(top, 2).nested = fake::query(L"Empty", {L"x1"});
-    fake::row(top, 4).nested = last;
+    const auto first = test::query(L"First", {L"f1"}, {{L"e"}, {L"f"}});
+    first->row(1).nested = test::query(L"Deep", {L"d1", L"d2"}, {{L"g", L"G"}, {L"-", L"H"}});
+    const auto last = test::query(L"Last", {L"l1", L"l2"}, {{L"i", L"I"}});
+    last->row(1).nested = test::query(L"End", {L"e1"}, {{L"j"}});
+    top->row(1).nested = first;
+    top->row(2).nested = test::query(L"Empty", {L"x1"});
+    top->row(4).nested = last;
     return top;
 }
 
@@ -57,8 +51,8 @@ TEST_CASE_FIXTURE(QueryFixture, "rows of nested queries follow the row that they
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "columns beyond the counted ones belong to wider nested queries") {
-    const auto top = fake::query(L"Top", {L"t"}, {{L"a"}, {L"b"}});
-    fake::row(top, 2).nested = fake::query(L"Wide", {L"w1", L"w2"}, {{L"c", L"d"}});
+    const auto top = test::query(L"Top", {L"t"}, {{L"a"}, {L"b"}});
+    top->row(2).nested = test::query(L"Wide", {L"w1", L"w2"}, {{L"c", L"d"}});
     open(top);
     CHECK(columns() == L"t ");
     cursor->MoveNext();
@@ -67,19 +61,18 @@ TEST_CASE_FIXTURE(QueryFixture, "columns beyond the counted ones belong to wider
     CHECK(text(2) == L"c");
     CHECK(text(3) == L"d");
     // Columns that nobody has are empty, and not asked for.
-    const long asked = calls().count("Cell");
+    log_calls();
     for (const int column : {-32768, -1, 0, 4, 32767}) {
         CHECK(text(static_cast<short>(column)) == L"");
         CHECK(text(static_cast<short>(column)) == L"");
     }
-    CHECK(calls().count("Cell") == asked);
+    CHECK(calls({L"ResultTable"}) == L"\n");
     CHECK(error_count() == 0);
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "queries may be nested 20 deep") {
     open(deep_query(20));
-    for (int i = 1; i <= 20; ++i)
-        cursor->MoveNext();
+    move(20);
     CHECK(row() == L"Q0 1 +20: - - - - - - - - - - - - - - - - - - - - Q0");
     cursor->MoveNext();
     CHECK(at_end());
@@ -92,8 +85,7 @@ TEST_CASE_FIXTURE(QueryFixture, "a 21st level is reported, and the cursor goes o
     top->rows.back().nested = nullptr;
     top->rows.back().cells.front().text = L"after";
     open(top);
-    for (int i = 1; i <= 20; ++i)
-        cursor->MoveNext();
+    move(20);
     CHECK(error_count() == 0);
     const std::wstring deepest = row();
     CHECK(deepest.starts_with(L"Q1 1 +20: "));
@@ -112,22 +104,17 @@ TEST_CASE_FIXTURE(QueryFixture, "a 21st level is reported, and the cursor goes o
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "a query without rows is at its end at once") {
-    std::shared_ptr<fake::Query> empty = fake::query(L"Q", {L"a", L"b"});
+    std::shared_ptr<test::Query> empty = test::query(L"Q", {L"a", L"b"});
     std::wstring expected_columns = L"a b ";
     SUBCASE("no rows") {}
-    SUBCASE("no result table") {
-        empty->has_table = false;
-        expected_columns = L"";
-    }
     SUBCASE("no query") {
         empty = nullptr;
         expected_columns = L"";
     }
     open(long_query(3));
-    cursor->putref_Query(empty ? fake::make_query(empty).get() : nullptr);
+    cursor->putref_Query(empty ? host_query(*empty).get() : nullptr);
     CHECK(at_end());
     CHECK(columns() == expected_columns);
-    CHECK_FALSE(cursor->is_relevant(1));
     cursor->MoveNext();
     CHECK(at_end());
     CHECK(error_count() == 0);
@@ -168,7 +155,16 @@ TEST_CASE_FIXTURE(QueryFixture, "every read at the end shows the message") {
 
 TEST_CASE_FIXTURE(QueryFixture, "texts come in the form that is first asked for in a row") {
     const std::wstring given = L"a\r\nb\n\rc\rd";
-    open(fake::query(L"Q", {L"1", L"2", L"3"}, {{given, given, given}, {given, given, given}}));
+    const auto query =
+        test::query(L"Q", {L"1", L"2", L"3"},
+                    {{evaluated, evaluated, evaluated}, {evaluated, evaluated, evaluated}});
+    for (Column& column : query->columns)
+        column.property = L"Description";
+    for (Row& row : query->rows)
+        for (Cell& cell : row.cells)
+            cell.more += L" object='Pumpe'";
+    open(query);
+    describe_pump(given.c_str());
     CHECK(text(1, uccDefault) == given);
     CHECK(text(2, uccVBString) == given);
     CHECK(text(3, uccMSOfficeString) == L"a\nb\nc\rd");
@@ -180,21 +176,24 @@ TEST_CASE_FIXTURE(QueryFixture, "texts come in the form that is first asked for 
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "a cell is asked for once in a row, a missing one as well") {
-    open(fake::query(L"Q", {L"1", L"2"}, {{L"a", L"-"}, {L"b", L"c"}}));
+    open(test::query(L"Q", {L"1", L"2"}, {{L"a", L"-"}, {L"b", L"c"}}));
+    log_calls();
     const auto first = get(cursor, &ITesseraHQuery::get_Cell, short{1});
     CHECK(get(cursor, &ITesseraHQuery::get_Cell, short{1}) == first);
     for (int i = 0; i < 3; ++i) {
         CHECK(text(1) == L"a");
         CHECK(text(2) == L"");
     }
-    CHECK(calls().count("Cell") == 2);
-    CHECK(calls().count("Cell.Text") == 1);
+    CHECK(calls() ==
+          L"\nResultTable.get_Cell 1, 1\nCellObject.get_Text\nResultTable.get_Cell 1, 2\n");
     cursor->MoveNext();
     CHECK(text(2) == L"c");
     CHECK(text(1) == L"b");
     cursor->MoveFirst();
     CHECK(text(1) == L"a");
-    CHECK(calls().count("Cell") == 5);
+    CHECK(calls({L"get_Cell", L"get_Text"}) ==
+          L"\nResultTable.get_Cell 2, 2\nCellObject.get_Text\nResultTable.get_Cell 2, 1\n"
+          L"CellObject.get_Text\nResultTable.get_Cell 1, 1\nCellObject.get_Text\n");
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "the cursor keeps nothing of the rows before") {
@@ -214,15 +213,15 @@ TEST_CASE_FIXTURE(QueryFixture, "the cursor keeps nothing of the rows before") {
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "languages are the column's or the workset's") {
-    const auto query = fake::query(L"Q", {L"1"}, {{L"a"}});
-    query->columns[0].lcid = 1041;
+    const auto query = test::query(L"Q", {L"1"}, {{L"a"}});
+    query->columns[0].lcid = 1033;
     open(query);
     const auto column = get(cursor, &ITesseraHQuery::get_ColumnItem, short{1});
-    CHECK(get(cursor, &ITesseraHQuery::GetLCID, column.get()) == 1041);
+    CHECK(get(cursor, &ITesseraHQuery::GetLCID, column.get()) == 1033);
     CHECK(get(cursor, &ITesseraHQuery::GetLCID, nullptr) == 0);
-    cursor->putref_WorkSet(fake::make_workset(1033).get());
-    CHECK(get(cursor, &ITesseraHQuery::GetLCID, nullptr) == 1033);
-    CHECK(get(cursor, &ITesseraHQuery::GetLCID, column.get()) == 1041);
+    cursor->putref_WorkSet(workset.get());
+    CHECK(get(cursor, &ITesseraHQuery::GetLCID, nullptr) == 1031);
+    CHECK(get(cursor, &ITesseraHQuery::GetLCID, column.get()) == 1033);
     cursor->put_WorkSet(nullptr);
     CHECK(get(cursor, &ITesseraHQuery::GetLCID, nullptr) == 0);
 }
@@ -236,8 +235,8 @@ TEST_CASE_FIXTURE(QueryFixture, "columns that do not exist are reported") {
     CHECK(error_code(4) == DISP_E_BADINDEX);
     // An index below the smallest of 16 bits.
     cursor->MoveNext();
-    const auto top = fake::query(L"Q", {L"1"}, {{L"a"}});
-    fake::row(top, 1).nested = fake::query(L"N", {L"2"}, {{L"b"}});
+    const auto top = test::query(L"Q", {L"1"}, {{L"a"}});
+    top->row(1).nested = test::query(L"N", {L"2"}, {{L"b"}});
     open(top);
     cursor->MoveNext();
     CHECK(get(cursor, &ITesseraHQuery::get_CurrentQueryColumnIndex, short{-32768}) == 0);
@@ -245,44 +244,46 @@ TEST_CASE_FIXTURE(QueryFixture, "columns that do not exist are reported") {
     CHECK(error_code(5) == DISP_E_OVERFLOW);
 }
 
-TEST_CASE_FIXTURE(QueryFixture, "more columns than 16 bits number are an error, a cycle as well") {
-    const auto query = fake::query(L"Q", {L"1", L"2"}, {{L"a", L"b"}});
-    fake::row(query, 1).nested = query;
+TEST_CASE_FIXTURE(QueryFixture, "more columns than 16 bits number are an error") {
+    const auto query = test::query(L"Q", {L"1", L"2"}, {{L"a", L"b"}});
+    query->row(1).nested = test::query(L"N", std::vector<std::wstring>(32766, L"n"), {{L"c"}});
     open(query);
     CHECK(error_count() == 1);
     CHECK(error(1) == L"HQuery (Tessera)|Private Function 'GetAllColumns'");
     CHECK(get(cursor, &ITesseraHQuery::get_ColumnCount) == 32767);
     CHECK(text(2) == L"b");
-    fake::row(query, 1).nested = nullptr;
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "failures of the host are reported by the member they happen in") {
     struct Failure {
-        const char* call;
-        const wchar_t* reports;
+        const wchar_t* member;
+        std::vector<const wchar_t*> labels;
     };
+    const wchar_t all_columns[] = L"Private Function 'GetAllColumns'";
+    const wchar_t move_first[] = L"Public Sub 'MoveFirst'";
+    const wchar_t move_next[] = L"Public Sub 'MoveNext'";
+    const wchar_t cell[] = L"Public Property Get 'Cell'";
+    const wchar_t language[] = L"Public Function 'GetLCID'";
     const Failure failures[] = {
-        {"ResultTable", L"Private Function 'GetAllColumns'|Public Sub 'MoveFirst'|"},
-        {"RowCount", L"Private Function 'GetAllColumns'|Public Sub 'MoveFirst'|"},
-        {"Columns.Item", L"Private Function 'GetAllColumns'|"},
-        {"Relevant", L"Private Function 'GetAllColumns'|"},
-        {"Cell", L"Public Property Get 'Cell'|Public Property Get 'Cell'|"},
-        {"Cell.Text", L"Public Property Get 'CellText'|"},
-        {"NestedQuery", L"Private Function 'GetAllColumns'|Public Sub 'MoveNext'|"},
-        {"TotalRowCount", L"Public Sub 'MoveNext'|"},
-        {"LCID", L"Public Function 'GetLCID'|"},
-        {"CurrentLCID", L"Public Function 'GetLCID'|"},
+        {L"QueryObject.get_ResultTable", {all_columns, move_first}},
+        {L"ResultTable.get_RowCount", {all_columns, move_first}},
+        {L"ColumnList.get_Item", {all_columns}},
+        {L"ColumnDefinition.get_Relevant", {all_columns}},
+        {L"ResultTable.get_Cell", {cell, cell}},
+        {L"CellObject.get_Text", {L"Public Property Get 'CellText'"}},
+        {L"ResultTable.get_NestedQuery", {all_columns, move_next}},
+        {L"ResultTable.get_TotalRowCount", {move_next}},
+        {L"ColumnDefinition.get_LCID", {language}},
+        {L"WorksetObject.get_CurrentLCID", {language}},
     };
-    cursor->putref_WorkSet(fake::make_workset(1033).get());
-    const auto query = long_query(2);
-    open(query);
+    const auto query = host_query(*long_query(2));
+    cursor->putref_WorkSet(workset.get());
+    cursor->putref_Query(query.get());
     const auto column = get(cursor, &ITesseraHQuery::get_ColumnItem, short{1});
     for (const Failure& failure : failures) {
-        CAPTURE(failure.call);
-        calls() = {};
-        calls().failing = failure.call;
-        call(service(), &IHostKitService::Clear);
-        open(query);
+        CAPTURE(failure.member);
+        fail(failure.member);
+        cursor->putref_Query(query.get());
         // At the end already when the rows could not be counted; the message is not of interest.
         get(cursor, &ITesseraHQuery::get_Cell, short{1});
         text(1);
@@ -290,17 +291,13 @@ TEST_CASE_FIXTURE(QueryFixture, "failures of the host are reported by the member
         get(cursor, &ITesseraHQuery::GetLCID, column.get());
         get(cursor, &ITesseraHQuery::GetLCID, nullptr);
         std::wstring reports;
-        for (long i = 1; i <= error_count(); ++i) {
-            CHECK(error_code(i) == fake::failure);
-            CHECK(error(i).starts_with(L"HQuery (Tessera)|"));
-            reports += error(i).substr(error(i).find(L'|') + 1) + L"|";
-        }
-        CHECK(reports == failure.reports);
+        for (const wchar_t* const label : failure.labels)
+            reports.append(L"HQuery (Tessera)|").append(label).append(L"\n");
+        CHECK(take_errors() == reports);
     }
     // Afterwards the cursor works as ever.
-    calls() = {};
-    call(service(), &IHostKitService::Clear);
-    open(query);
+    fail_nothing();
+    cursor->putref_Query(query.get());
     CHECK(rows() == Lines{L"Q 1 +0: 1", L"Q 2 +0: 2"});
     CHECK(error_count() == 0);
 }
@@ -308,7 +305,7 @@ TEST_CASE_FIXTURE(QueryFixture, "failures of the host are reported by the member
 TEST_CASE_FIXTURE(QueryFixture, "a walk ends although no nested query can be entered") {
     const auto query = plant();
     open(query);
-    calls().failing = "NestedQuery";
+    fail(L"ResultTable.get_NestedQuery");
     std::vector<std::wstring> visited;
     for (int i = 0; i < 100 && !at_end(); ++i) {
         if (visited.empty() || visited.back() != row()) visited.push_back(row());
@@ -321,17 +318,16 @@ TEST_CASE_FIXTURE(QueryFixture, "a walk ends although no nested query can be ent
 }
 
 TEST_CASE_FIXTURE(QueryFixture, "workset and query are handed back, and let go with the cursor") {
-    const auto workset = fake::make_workset(1031);
-    const auto query = fake::make_query(plant());
+    const auto query = host_query(*plant());
+    const ULONG workset_references = test::reference_count(workset.get());
     cursor->put_WorkSet(workset.get());
     cursor->put_Query(query.get());
     CHECK(get(cursor, &ITesseraHQuery::get_WorkSet) == workset);
     CHECK(get(cursor, &ITesseraHQuery::get_Query) == query);
-    for (int i = 0; i < 3; ++i)
-        cursor->MoveNext();
+    move(3);
     text(4);
     cursor.reset();
-    CHECK(test::reference_count(workset.get()) == 1);
+    CHECK(test::reference_count(workset.get()) == workset_references);
     CHECK(test::reference_count(query.get()) == 1);
 }
 

@@ -1,28 +1,20 @@
-// Columns and rows of fake queries as XML documents and as strings.
+// Through the DLL: columns and rows of queries as XML documents and as strings.
 
-#include "functions/gfunctions.h"
 #include "query/query_xml.h"
 
-using automation::Bstr;
-using automation::ComPtr;
-using automation::get;
-using automation::Variant;
-using fake::calls;
-using test::ContentFixture;
-using test::flat;
+using namespace test;
 
 namespace {
 
 constexpr wchar_t declaration[] = L"<?xml version=\"1.0\" encoding=\"ISO-10646-UCS-2\"?>";
 
-std::wstring dom_doc_as_string(const ComPtr<tessera::QContent>& content,
-                               IXMLDOMDocument* document) {
+std::wstring dom_doc_as_string(const ComPtr<ITesseraQContent>& content, IXMLDOMDocument* document) {
     return get(content, &ITesseraQContent::DOMDocAsString, document).str();
 }
 
 // Three columns, of which the second is not relevant.
-std::shared_ptr<fake::Query> gap() {
-    auto query = fake::query(L"Q", {L"Tag", L"Hidden", L"Name"},
+std::shared_ptr<test::Query> gap() {
+    auto query = test::query(L"Q", {L"Tag", L"Hidden", L"Name"},
                              {{L"P-1", L"h", L"Pump"}, {L"-", L"h", L"-"}, {L"-", L"h", L"Fan"}});
     query->columns[1].relevant = false;
     return query;
@@ -32,11 +24,14 @@ std::shared_ptr<fake::Query> gap() {
 
 TEST_CASE_FIXTURE(ContentFixture, "columns keep their numbers where others are not relevant") {
     open(gap());
-    CHECK(columns_xml() ==
-          L"<?xml encoding=\"ISO-10646-UCS-2\"?>"
-          L"<Columns Version=\"1\"><Description Of=\"Tag\"/><Description Of=\"Name\"/>"
-          L"<ColumnsRelation F1=\"Tag\" F3=\"Name\"/></Columns>");
-    CHECK(calls().count("WriteXML") == 2);
+    const auto column = [](const std::wstring& name) {
+        return L"<Column Name=\"" + name + L"\" Heading=\"Heading " + name +
+               L"\" Property=\"DisplayValue\" PropertyConstant=\"30\" Parameter=\"\" Unit=\"\" "
+               L"LCID=\"0\" Shown=\"True\"/>";
+    };
+    CHECK(columns_xml() == L"<?xml encoding=\"ISO-10646-UCS-2\"?><Columns Version=\"1\">" +
+                               column(L"Tag") + column(L"Name") +
+                               L"<ColumnsRelation F1=\"Tag\" F3=\"Name\"/></Columns>");
     CHECK(error_count() == 0);
 }
 
@@ -45,7 +40,7 @@ TEST_CASE_FIXTURE(ContentFixture, "nothing is relevant in a result without rows"
         L"<?xml encoding=\"ISO-10646-UCS-2\"?>"
         L"<Columns Version=\"1\"><ColumnsRelation/></Columns>";
     CHECK(columns_xml() == none);
-    open(fake::query(L"Q", {L"Tag"}));
+    open(test::query(L"Q", {L"Tag"}));
     CHECK(columns_xml() == none);
     CHECK(error_count() == 0);
 }
@@ -68,8 +63,8 @@ TEST_CASE_FIXTURE(ContentFixture, "a row has its relevant cells, in the order of
 }
 
 TEST_CASE_FIXTURE(ContentFixture, "cells of nested queries stand under their own columns") {
-    const auto top = fake::query(L"T", {L"Area"}, {{L"A"}});
-    fake::row(top, 1).nested = fake::query(L"N", {L"Tag"}, {{L"P"}});
+    const auto top = test::query(L"T", {L"Area"}, {{L"A"}});
+    top->row(1).nested = test::query(L"N", {L"Tag"}, {{L"P"}});
     open(top);
     CHECK(row_xml() ==
           L"<Row Version=\"1\"><Cell><Value Data=\"A\"/><Column Name=\"Area\"/></Cell></Row>");
@@ -79,29 +74,31 @@ TEST_CASE_FIXTURE(ContentFixture, "cells of nested queries stand under their own
 }
 
 TEST_CASE_FIXTURE(ContentFixture, "a cell names its host object") {
-    const auto query = fake::query(L"Q", {L"C"}, {{L"a"}, {L"b"}, {L"c"}});
-    const auto pump = fake::make_object(L"U&1", 3);
-    fake::row(query, 1).cells[0].object = pump;
+    const auto query = test::query(L"Q", {L"C"}, {{L"a"}, {L"b"}});
+    query->cell(1, 1).more = L" object='Pumpe'";
     // An object as value is just a value.
-    fake::row(query, 2).cells[0].value = Variant(static_cast<IDispatch*>(pump.get()));
-    fake::row(query, 3).cells[0].value = Variant(static_cast<IDispatch*>(nullptr));
+    query->cell(2, 1).more = L" value-object='Pumpe'";
     open(query);
     CHECK(row_xml() ==
           L"<Row Version=\"1\"><Cell>"
-          L"<KelosObject SystemUID=\"U&amp;1\" SystemType=\"3\" PathFullName=\"3|U&amp;1\"/>"
+          L"<KelosObject SystemUID=\"U&amp;1\" SystemType=\"120\" PathFullName=\"Pumpe\"/>"
           L"<Value Data=\"a\"/><Column Name=\"C\"/></Cell></Row>");
-    for (const wchar_t* const text : {L"b", L"c"}) {
-        cursor->MoveNext();
-        CHECK(row_xml() == std::wstring(L"<Row Version=\"1\"><Cell><Value Data=\"") + text +
-                               L"\"/><Column Name=\"C\"/></Cell></Row>");
-    }
+    cursor->MoveNext();
+    CHECK(row_xml() ==
+          L"<Row Version=\"1\"><Cell><Value Data=\"b\"/><Column Name=\"C\"/></Cell></Row>");
     CHECK(error_count() == 0);
 }
 
 TEST_CASE_FIXTURE(ContentFixture, "texts of rows have office line breaks") {
-    open(fake::query(L"Q", {L"C"}, {{L"a\r\nb\n\rc\rd"}}));
+    const auto query = test::query(L"Q", {L"C"}, {{evaluated}});
+    query->columns[0].property = L"Description";
+    query->cell(1, 1).more = L" object='Pumpe'";
+    open(query);
+    describe_pump(L"a\r\nb\n\rc\rd");
     CHECK(row_xml() ==
-          L"<Row Version=\"1\"><Cell><Value Data=\"a&#10;b&#10;c&#13;d\"/><Column Name=\"C\"/>"
+          L"<Row Version=\"1\"><Cell>"
+          L"<KelosObject SystemUID=\"U&amp;1\" SystemType=\"120\" PathFullName=\"Pumpe\"/><Value "
+          L"Data=\"a&#10;b&#10;c&#13;d\"/><Column Name=\"C\"/>"
           L"</Cell></Row>");
     struct Case {
         const wchar_t* given;
@@ -134,9 +131,9 @@ TEST_CASE_FIXTURE(ContentFixture, "row strings begin with one declaration") {
 
 TEST_CASE_FIXTURE(ContentFixture, "encoded row strings decode to the plain ones") {
     const auto query = gap();
-    fake::row(query, 3).cells[2].text = L"\u4e16\U0001F600 \u00e4";
+    query->cell(3, 3).text = L"\u4e16\U0001F600 \u00e4";
     open(query);
-    const auto functions = automation::make<tessera::GFunctions>();
+    const auto functions = test::create<ITesseraGFunctions>(L"Tessera.GFunctions");
     int rows = 0;
     for (; !at_end(); cursor->MoveNext()) {
         const std::wstring plain = row_string();
@@ -163,27 +160,26 @@ TEST_CASE_FIXTURE(ContentFixture, "documents as strings keep a declaration of th
 
 TEST_CASE_FIXTURE(ContentFixture,
                   "a row that fails gives nothing, and the report names the builder") {
-    for (const char* const call :
-         {"Cell.Text", "Cell.Value", "Cell.Object", "Name", "SystemUID", "PathFullName"}) {
-        CAPTURE(call);
-        const auto query = fake::query(L"Q", {L"C"}, {{L"a"}});
-        fake::row(query, 1).cells[0].object = fake::make_object(L"U", 3);
-        open(query);
-        calls().failing = call;
+    const auto query = test::query(L"Q", {L"C"}, {{L"a"}});
+    query->cell(1, 1).more = L" object='Pumpe'";
+    open(query);
+    for (const wchar_t* const member :
+         {L"CellObject.get_Text", L"CellObject.get_Value", L"CellObject.get_Object",
+          L"ColumnDefinition.get_Name", L"PlainObject.get_SystemUID",
+          L"PlainObject.get_PathFullName"}) {
+        CAPTURE(member);
+        cursor->MoveFirst();
+        fail(member);
         CHECK(row_xml() == L"nothing");
         CHECK(row_string() == L"False: ");
-        calls().failing.clear();
-        CHECK(error_count() == 2);
-        CHECK(error(1) == L"QContent (Tessera)|Private Function 'internalXMLRow'");
-        CHECK(error(2) == error(1));
-        CHECK(error_code(1) == fake::failure);
-        automation::call(service(), &IHostKitService::Clear);
+        const std::wstring report = L"QContent (Tessera)|Private Function 'internalXMLRow'\n";
+        CHECK(take_errors() == report + report);
     }
 }
 
 TEST_CASE_FIXTURE(ContentFixture, "a row goes on without a cell that cannot be had") {
     open(gap());
-    calls().failing = "Cell";
+    fail(L"ResultTable.get_Cell");
     CHECK(row_xml() == L"nothing");
     CHECK(error_count() == 2);
     CHECK(error(2) == L"HQuery (Tessera)|Public Property Get 'Cell'");
@@ -191,7 +187,7 @@ TEST_CASE_FIXTURE(ContentFixture, "a row goes on without a cell that cannot be h
 
 TEST_CASE_FIXTURE(ContentFixture, "columns that fail leave what has been written") {
     open(gap());
-    calls().failing = "WriteXML";
+    fail(L"ColumnDefinition.WriteXML");
     CHECK(columns_xml() == L"<?xml encoding=\"ISO-10646-UCS-2\"?><Columns Version=\"1\"/>");
     CHECK(error_count() == 1);
     CHECK(error(1) == L"QContent (Tessera)|Public Function 'XMLColumns'");
@@ -200,18 +196,14 @@ TEST_CASE_FIXTURE(ContentFixture, "columns that fail leave what has been written
 TEST_CASE_FIXTURE(ContentFixture, "a row that cannot be encoded stays plain") {
     open(gap());
     const std::wstring plain = row_string();
-    const auto kit = test::create<IHostKit>(L"Kelos.HostKit");
-    // The fakes are no part of the kit: its next call is the compressor's, the one after it the
-    // encoder's.
-    for (const long failing_call : {1L, 2L}) {
-        call(kit, &IHostKit::FailCall, failing_call, E_ACCESSDENIED);
+    for (const wchar_t* const member : {L"new Kelos.ByteCompressor", L"ByteCompressor.Compress",
+                                        L"ByteTextEncoder.EncodeBytes"}) {
+        fail(member);
         CHECK(row_string(true) == plain);
-        call(kit, &IHostKit::FailCall, 0L, S_OK);
-        CHECK(error(failing_call) == L"QContent (Tessera)|Private sub 'Encode'");
-        CHECK(error_code(failing_call) == E_ACCESSDENIED);
+        CHECK(take_errors() == L"QContent (Tessera)|Private sub 'Encode'\n");
     }
+    fail_nothing();
     CHECK(row_string(true).starts_with(L"True: @@UU@@C@@"));
-    CHECK(error_count() == 2);
 }
 
 TEST_CASE_FIXTURE(ContentFixture, "the writer keeps its cursor") {

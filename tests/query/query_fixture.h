@@ -1,21 +1,39 @@
-// What the tests of the query classes start from: fake queries, and short texts to compare.
+// What the tests of the query classes start from: a cursor of the component on queries of the kit,
+// and short texts to compare.
 #pragma once
 
-#include "query/fake_query.h"
-#include "query/hquery.h"
-#include "support/com_fixture.h"
+#include "query/query_text.h"
+#include "support/watched_host.h"
 
 namespace test {
 
-class QueryFixture : public ComFixture {
+class QueryFixture : public WatchedKit {
   public:
-    QueryFixture() { fake::calls() = {}; }
-    ~QueryFixture() { fake::calls() = {}; }
+    ComPtr<ITesseraHQuery> cursor = create<ITesseraHQuery>(L"Tessera.HQuery");
+    ComPtr<IKelosWorkset> workset;
 
-    ComPtr<tessera::HQuery> cursor = automation::make<tessera::HQuery>();
-
-    void open(const std::shared_ptr<fake::Query>& query) const {
-        cursor->putref_Query(fake::make_query(query).get());
+    // The query as the host has it after its run.
+    ComPtr<IKelosQuery> host_query(const Query& query) {
+        const TemporaryFile file(project_text(
+            "<project name='Werk' type='project' uid='W' current='yes'>"
+            "<object name='Pumpe' type='pump' uid='U&amp;1' description='Kreiselpumpe'/></project>",
+            utf8(query.xml())));
+        workset = get(kit, &IHostKit::Open, Bstr(file.path()).get());
+        const auto result = get(kit, &IHostKit::get_Query, Bstr(query.name).get());
+        call(result, &IKelosQuery::Run);
+        return result;
+    }
+    // Texts with line ends come from the pump, to which a program gives any text.
+    void describe_pump(const wchar_t* text) const {
+        const auto pump = get(kit, &IHostKit::get_Object, Bstr(L"Pumpe").get());
+        call(pump.as<IHostKitObject>(), &IHostKitObject::put_Description, Bstr(text).get());
+    }
+    void open(const std::shared_ptr<Query>& query) {
+        call(cursor, &ITesseraHQuery::putref_Query, host_query(*query).get());
+    }
+    void move(int rows) const {
+        for (int i = 0; i < rows; ++i)
+            cursor->MoveNext();
     }
     bool at_end() const { return get(cursor, &ITesseraHQuery::get_EOF) != VARIANT_FALSE; }
     std::wstring text(short column, uceDataType type = uccDefault) const {
@@ -53,43 +71,10 @@ class QueryFixture : public ComFixture {
         return result;
     }
     uceProgressState state() const { return get(cursor, &ITesseraHQuery::get_State); }
-
-    // The progress forms that the host knows.
-    ComPtr<IHostKitWindowService> windows() const {
-        return get(get(service(), &IKelosService::get_Application),
-                   &IKelosApplication::get_WindowService)
-            .as<IHostKitWindowService>();
-    }
-    long open_forms() const {
-        return get(get(windows(), &IHostKitWindowService::get_Forms), &IHostKitForms::get_Count);
-    }
-    ComPtr<IHostKitForm> form() const {
-        return get(get(windows(), &IHostKitWindowService::get_Forms), &IHostKitForms::get_Item, 1L);
-    }
     double bar() const {
-        const auto form_object = get(form(), &IHostKitForm::get_Form).as<ITesseraPrgFrm>();
-        return get(get(form_object, &ITesseraPrgFrm::get_PBar), &IKelosBar::get_Value);
-    }
-    // What the form's controller can do: the user's abort, and the percentages of others.
-    ComPtr<ITesseraProgress> controller() const {
-        return get(form(), &IHostKitForm::get_Controller).as<ITesseraProgress>();
+        const auto shown = get(form(), &IHostKitForm::get_Form).as<ITesseraPrgFrm>();
+        return get(get(shown, &ITesseraPrgFrm::get_PBar), &IKelosBar::get_Value);
     }
 };
-
-// A query with this many rows and one column, "1" to its number.
-inline std::shared_ptr<fake::Query> long_query(int rows) {
-    std::vector<std::vector<std::wstring>> texts;
-    for (int i = 1; i <= rows; ++i)
-        texts.push_back({std::to_wstring(i)});
-    return fake::query(L"Q", {L"N"}, texts);
-}
-
-// A query of one row that nests a query of one row and so on, this many levels below the top.
-inline std::shared_ptr<fake::Query> deep_query(int levels) {
-    const std::wstring name = L"Q" + std::to_wstring(levels);
-    auto query = fake::query(name.c_str(), {L"C"}, {{name}});
-    if (levels > 0) fake::row(query, 1).nested = deep_query(levels - 1);
-    return query;
-}
 
 }  // namespace test

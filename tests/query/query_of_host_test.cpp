@@ -1,19 +1,11 @@
-// The query classes of the component on the host kit's queries, end to end.
+// Through the DLL: the query classes on the host kit's queries, end to end.
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 
-#include "hostkit/scripted_object.h"
 #include "query/query_xml.h"
 #include "support/content_text.h"
 
-using automation::Bstr;
-using automation::ComPtr;
-using automation::get;
-using automation::Variant;
-using test::create;
-using test::flat;
+using namespace test;
 
 namespace {
 
@@ -21,8 +13,7 @@ using Lines = std::vector<std::wstring>;
 
 class HostFixture : public test::ProjectFixture {
   public:
-    explicit HostFixture(const std::wstring& path = test::test_data(L"query/queries.xml"))
-        : ProjectFixture(path) {}
+    using ProjectFixture::ProjectFixture;
 
     ComPtr<ITesseraQContent> content = create<ITesseraQContent>(L"Tessera.QContent");
     ComPtr<ITesseraHQuery> cursor = get(content, &ITesseraQContent::get_HQuery);
@@ -79,41 +70,6 @@ std::size_t busy_bytes() {
         HeapUnlock(heaps[i]);
     }
     return bytes;
-}
-
-std::wstring read_script(const std::wstring& path) {
-    std::ifstream file(std::filesystem::path(path), std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    REQUIRE_FALSE(bytes.empty());
-    // Wine's engine never lets go of what its own CreateObject creates; the script host's does.
-    return std::regex_replace(std::wstring(bytes.begin(), bytes.end()),
-                              std::wregex(L"\\bCreateObject\\("), L"WScript.CreateObject(");
-}
-
-// Runs the script as the script host does, with these arguments; what it writes.
-Lines run_script(const std::wstring& path, std::vector<std::wstring> arguments) {
-    Lines written;
-    const auto script_host = test::make_object(
-        {{L"Echo",
-          [&](const std::vector<Variant>& values) {
-              written.push_back(std::wstring(values.at(0).text()));
-              return Variant();
-          }},
-         {L"CreateObject",
-          [](const std::vector<Variant>& values) {
-              const std::wstring name(values.at(0).text());
-              return Variant(create<IDispatch>(name.c_str()).get());
-          }},
-         {L"Arguments", [&](const std::vector<Variant>& values) {
-              return Variant(arguments.at(static_cast<std::size_t>(values.at(0).iVal)));
-          }}});
-    const auto globals = test::make_object({{L"WScript", [&](const std::vector<Variant>&) {
-                                                 return Variant(script_host->dispatch());
-                                             }}});
-    const auto engine = create<IHostKitScriptEngine>(L"KelosScript.Engine");
-    call(engine, &IHostKitScriptEngine::AddModule, Bstr(L"Walk").get(),
-         Bstr(read_script(path)).get(), globals->dispatch(), VARIANT_TRUE);
-    return written;
 }
 
 }  // namespace
@@ -238,16 +194,6 @@ TEST_CASE_FIXTURE(HostFixture, "a long walk over nested rows as strings keeps it
     CHECK(busy_bytes() < first_bytes + 1000);
     move(1);
     CHECK(at_end());
-    CHECK(error_count() == 0);
-}
-
-TEST_CASE_FIXTURE(HostFixture, "a script walks a query late-bound and writes all rows") {
-    const Lines written = run_script(test::sample(L"query_walk.vbs"),
-                                     {test::test_data(L"query/queries.xml"), L"Plan"});
-    CHECK(written == Lines{L"Objekt\tInternal\tText (englisch)\tStep\tLimit",
-                           L"Pumpe\tPumpe\tCentrifugal pump\t\t", L"\t\t\tfill\t", L"\t\t\t\t0,5",
-                           L"\t\t\t\t", L"\t\t\tdrain\t", L"\thidden\tSouth plant\t\t",
-                           L"Anlage\tAnlage\tSouth plant\t\t", L"\t\t\tlast\t"});
     CHECK(error_count() == 0);
 }
 

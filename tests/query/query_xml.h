@@ -1,11 +1,10 @@
-// The query XML writer on fake queries, and its documents as texts that do not depend on how the
-// parser lays them out.
+// The query XML writer on queries of the kit, and its documents as texts that do not depend on how
+// the parser lays them out.
 #pragma once
 
 #include <regex>
 
 #include "automation/dom.h"
-#include "query/q_content.h"
 #include "query/query_fixture.h"
 
 namespace test {
@@ -22,12 +21,9 @@ inline std::wstring flat(const dom::Document& document) {
 // The fixture's cursor is the writer's.
 class ContentFixture : public QueryFixture {
   public:
-    ContentFixture() {
-        const auto reader = get(content, &ITesseraQContent::get_HQuery);
-        cursor = static_cast<tessera::HQuery*>(reader.get());
-    }
+    ContentFixture() { cursor = get(content, &ITesseraQContent::get_HQuery); }
 
-    ComPtr<tessera::QContent> content = automation::make<tessera::QContent>();
+    ComPtr<ITesseraQContent> content = create<ITesseraQContent>(L"Tessera.QContent");
 
     std::wstring columns_xml() const { return flat(get(content, &ITesseraQContent::XMLColumns)); }
     std::wstring row_xml() const { return flat(get(content, &ITesseraQContent::XMLRow)); }

@@ -1,61 +1,16 @@
-#include "script/script_text.h"
-#include "support/content_text.h"
+// Through the DLL: scripts that run, fail, are stored and found.
 
-using automation::Bstr;
-using automation::call;
-using automation::ComPtr;
-using automation::get;
-using automation::Variant;
-using test::create;
-using test::data;
-using test::ProjectFixture;
+#include "script/runner_fixture.h"
+#include "script/script_text.h"
+
+using namespace test;
 
 namespace {
 
 constexpr wchar_t unexpected_error[] = L"ScriptError|0|Unerwarteter Fehler";
 
-class RunnerFixture : public ProjectFixture {
-  public:
-    ComPtr<ITesseraVexScript> runner = create<ITesseraVexScript>(L"Tessera.VexScript");
-
-    void use(const ComPtr<IKelosDocument>& chosen) {
-        call(runner, &ITesseraVexScript::putref_WorkSet, workset.get());
-        call(runner, &ITesseraVexScript::putref_Document, chosen.get());
-    }
-    dom::Document execute(const wchar_t* script) {
-        return get(runner, &ITesseraVexScript::Execute, Bstr(script).get());
-    }
-    std::wstring stored(const ComPtr<IKelosDocument>& chosen) {
-        return get(runner, &ITesseraVexScript::GetVexScript, chosen.get(),
-                   VARIANT_BOOL{VARIANT_FALSE})
-            .str();
-    }
-    bool store(const ComPtr<IKelosDocument>& chosen, const wchar_t* script) {
-        return get(runner, &ITesseraVexScript::SetVexScript, chosen.get(), Bstr(script).get()) !=
-               VARIANT_FALSE;
-    }
-    ComPtr<IKelosAttribute> script_of(const ComPtr<IKelosObject>& keeper) {
-        const auto attributes = get(keeper, &IKelosObject::get_Attributes);
-        return get(attributes, &IKelosAttributes::get_Item, static_cast<VARIANT>(Variant(L"Vex")));
-    }
-    std::wstring marker_of(const ComPtr<IKelosAttribute>& attribute) {
-        return get(attribute, &IKelosAttribute::get_Marker).str();
-    }
-    void use_text_box(const ComPtr<IDispatch>& control) {
-        call(runner, &ITesseraVexScript::putref_EditControl, control.get());
-    }
-    std::wstring default_script() {
-        return std::wstring(automation::as_wide(tessera::default_mapping_script()));
-    }
-};
-
-// The selected text of either kind of editor.
-template <class Editor>
-std::wstring selected(const ComPtr<Editor>& editor) {
-    const std::wstring text = get(editor, &Editor::get_Text).str();
-    const long start = get(editor, &Editor::get_SelStart);
-    const long length = get(editor, &Editor::get_SelLength);
-    return text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(length));
+std::wstring default_script() {
+    return std::wstring(automation::as_wide(tessera::default_mapping_script()));
 }
 
 }  // namespace
@@ -177,28 +132,6 @@ TEST_CASE_FIXTURE(RunnerFixture, "an error in a plain text box's script marks it
     }
 }
 
-TEST_CASE_FIXTURE(RunnerFixture,
-                  "an error in the rich editor's script marks its line and is traced") {
-    use(document(L"Leer"));
-    const auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
-    const auto editor = get(control, &IHostKitScriptControl::get_Object);
-    use_text_box(control);
-    call(editor, &IKelosScriptEditor::put_Text,
-         Bstr(L"Sub DoVex()\r\na = 1\r\nx = 1 / 0\r\nEnd Sub").get());
-    CHECK_FALSE(execute(L""));
-    CHECK(message_count() == 1);
-    CHECK(error_count() == 0);
-    const long position = get(editor, &IKelosScriptEditor::LinePosition, 3L);
-    CHECK(get(editor, &IKelosScriptEditor::get_SelStart) == position);
-    CHECK(get(editor, &IKelosScriptEditor::get_SelLength) == 9);
-    const long traces =
-        get(get(service(), &IHostKitService::get_Traces), &IHostKitTraces::get_Count);
-    CHECK(trace(traces - 3) == L"LineNr: 3");
-    CHECK(trace(traces - 2) == L"Pos: " + std::to_wstring(position));
-    CHECK(trace(traces - 1) == L"RtfScript.SelStart: " + std::to_wstring(position));
-    CHECK(trace(traces) == L"RtfScript.SelLength: 9");
-}
-
 TEST_CASE_FIXTURE(RunnerFixture, "what a host object raises arrives with its own words") {
     use(document(L"Datenblatt"));
     const auto box = create<IKelosTextBox>(L"Kelos.TextBox");
@@ -225,18 +158,6 @@ TEST_CASE_FIXTURE(RunnerFixture, "what a host object raises arrives with its own
     call(kit, &IHostKit::FailCall, 0L, 0L);
 }
 
-TEST_CASE_FIXTURE(RunnerFixture, "a stored script is returned and marked as free text") {
-    const auto saved = document(L"Gespeichert");
-    const auto attribute = script_of(saved);
-    CHECK(marker_of(attribute) == L"");
-    CHECK(stored(saved) == L"Sub DoVex()\r\nContentFix \"S!A1\", \"stored\"\r\nEnd Sub");
-    CHECK(marker_of(attribute) == L"~");
-    CHECK(automation::same_object(get(runner, &ITesseraVexScript::get_Document).get(), nullptr) ==
-          false);
-    CHECK(stored(document(L"Leer")) == L"");  // no table, no script
-    CHECK(error_count() == 0);
-}
-
 TEST_CASE_FIXTURE(RunnerFixture,
                   "a table's document without a script of its own gets the default one") {
     for (const wchar_t* name : {L"Datenblatt", L"Rahmen"}) {
@@ -247,28 +168,5 @@ TEST_CASE_FIXTURE(RunnerFixture,
         CHECK(marker_of(attribute) == L"~");
         CHECK(get(attribute, &IKelosAttribute::get_Value, 1L).text() == default_script());
     }
-    CHECK(error_count() == 0);
-}
-
-TEST_CASE_FIXTURE(RunnerFixture, "a script is stored, created where it is missing") {
-    const auto empty = document(L"Leer");
-    CHECK(store(empty, L"Sub DoVex()\r\n' new\r\nEnd Sub"));
-    CHECK(stored(empty) == L"Sub DoVex()\r\n' new\r\nEnd Sub");
-    CHECK_FALSE(store({}, L"x"));
-    CHECK(error(1) == L"Tessera.VexScript|SetVexScript");
-    CHECK(error_count() == 1);
-}
-
-TEST_CASE_FIXTURE(RunnerFixture, "a delegate keeps the script for those who may write there") {
-    const auto delegating = document(L"Delegiert");
-    const auto delegate = object(L"Anlage");
-    CHECK(stored(delegating) == default_script());
-    CHECK_FALSE(script_of(delegating));
-    REQUIRE(script_of(delegate));
-
-    call(workset.as<IHostKitWorkset>(), &IHostKitWorkset::put_CurrentLogin, Bstr(L"ben").get());
-    CHECK(stored(delegating) == L"");
-    CHECK_FALSE(store(delegating, L"x"));
-    CHECK(get(script_of(delegate), &IKelosAttribute::get_Value, 1L).text() == default_script());
     CHECK(error_count() == 0);
 }

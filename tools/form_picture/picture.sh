@@ -2,7 +2,7 @@
 # Takes a picture of the progress form in each language, on a private X display and in a Wine
 # prefix of its own:
 #
-#     tests/progress/picture.sh [FOLDER]
+#     tools/form_picture/picture.sh [FOLDER]
 #
 # writes FOLDER/progress-form-de.png and FOLDER/progress-form-en.png (build/pictures/ if no folder
 # is named). Runs the programs of the test build, or those in TESSERA_BIN.

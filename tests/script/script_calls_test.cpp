@@ -1,0 +1,320 @@
+// Through the DLL: what the script runner calls on its host, in order.
+
+#include "script/runner_fixture.h"
+
+using namespace test;
+
+TEST_CASE_FIXTURE(RunnerFixture, "a script that runs") {
+    use(document(L"Datenblatt"));
+    log_calls();
+    CHECK(execute(L"Sub DoVex()\r\nContentFix \"S!A1\", Project.SystemUID\r\nEnd Sub"));
+    CHECK(calls() ==
+          LR"(
+new Kelos.Service
+Service.TranslateText "~006f2 Unerwarteter Fehler"
+new KelosScript.Engine
+ScriptEngine.put_ReportErrors True
+Service.Trace "Set mDocument = vNewValue"
+DocumentObject.get_Objects
+ObjectList.get_Count
+ObjectList.get_Item 1
+PlainObject.get_XObj "Pumpe"
+ObjectList.get_Item 2
+MappingObject.get_XObj "Tabelle"
+ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
+ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
+ScriptEngine.CodeObject "VexScriptRun"
+CodeObject.GetIDsOfNames "DoVex"
+CodeObject.Invoke ()
+WorksetObject.get_CurrentProject
+ProjectObject.get_SystemUID "Werk"
+DocumentObject.get_Project "Datenblatt"
+ProjectObject.get_CurrentLanguage
+LanguageObject.get_LCID
+MappingObject.AttributeByFullName "Tabelle", "Y00T00192.Y00A05508"
+AttributeObject.get_ValueText "Y00T00192.Y00A05508"
+Service.Trace "XMLOptions->CreateOptionsRoot: returns <Options Version="1"/>"
+Service.Trace "OptionMappingTable->XMLNode: returns <AllowSheetCreation Version="1" Data="-1" Type="Boolean"/>"
+Service.Trace "XMLOptions->XMLNode: returns <Options Version="1">\r\n	<AllowSheetCreation Version="1" Data="-1" Type="Boolean"/>\r\n</Options>"
+Service.Trace "Tessera.SCGlobal->AddOptionsToXml: updated root <Contents Version="1">\r\n	<Content Version="1">\r\n		<KelosObject Version="1">\r\n			<SystemUID ...
+)");
+}
+
+TEST_CASE_FIXTURE(RunnerFixture, "a script that fails") {
+    use(document(L"Leer"));
+    const wchar_t script[] = L"Sub DoVex()\r\na = 1\r\nx = 1 / 0\r\nEnd Sub";
+    SUBCASE("without a control") {
+        log_calls();
+        CHECK_FALSE(execute(script));
+        CHECK(calls() ==
+              LR"(
+new Kelos.Service
+Service.TranslateText "~006f2 Unerwarteter Fehler"
+new KelosScript.Engine
+ScriptEngine.put_ReportErrors True
+Service.Trace "Set mDocument = vNewValue"
+DocumentObject.get_Objects
+ObjectList.get_Count
+ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
+ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
+ScriptEngine.CodeObject "VexScriptRun"
+CodeObject.GetIDsOfNames "DoVex"
+CodeObject.Invoke ()
+Service.ShowMessage "Unerwarteter Fehler", 0, "ScriptError"
+)");
+    }
+    SUBCASE("in a text box") {
+        const auto box = create<IKelosTextBox>(L"Kelos.TextBox");
+        call(box, &IKelosTextBox::put_Text, Bstr(script).get());
+        use_text_box(box);
+        log_calls();
+        CHECK_FALSE(execute(L""));
+        CHECK(calls() ==
+              LR"(
+TextBox.get_Text
+new Kelos.Service
+Service.TranslateText "~006f2 Unerwarteter Fehler"
+new KelosScript.Engine
+ScriptEngine.put_ReportErrors False
+ScriptEngine.put_ErrorSink ITesseraVexScript
+Service.Trace "Set mDocument = vNewValue"
+DocumentObject.get_Objects
+ObjectList.get_Count
+ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
+ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
+ScriptEngine.CodeObject "VexScriptRun"
+CodeObject.GetIDsOfNames "DoVex"
+CodeObject.Invoke ()
+ScriptError.get_LineNr
+ScriptError.get_Description
+ScriptError.get_Item
+ScriptError.get_Source
+ScriptError.get_LineText
+Service.ShowMessage "Error: Division by zero\nItem: VexScriptRun\nSource: Microsoft VBScript runtime error\nLine 3: x = 1 / 0", 0, "ScriptError"
+TextBox.get_Text
+TextBox.put_SelStart 20
+TextBox.put_SelLength 11
+Service.FocusControl IKelosTextBox
+)");
+    }
+    SUBCASE("in the rich editor") {
+        const auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
+        const auto editor = get(control, &IHostKitScriptControl::get_Object);
+        call(editor, &IKelosScriptEditor::put_Text, Bstr(script).get());
+        use_text_box(control);
+        log_calls();
+        CHECK_FALSE(execute(L""));
+        CHECK(calls() ==
+              LR"(
+ScriptControl.get_Object
+ScriptEditor.get_Text
+new Kelos.Service
+Service.TranslateText "~006f2 Unerwarteter Fehler"
+new KelosScript.Engine
+ScriptEngine.put_ReportErrors False
+ScriptEngine.put_ErrorSink ITesseraVexScript
+Service.Trace "Set mDocument = vNewValue"
+DocumentObject.get_Objects
+ObjectList.get_Count
+ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
+ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
+ScriptEngine.CodeObject "VexScriptRun"
+CodeObject.GetIDsOfNames "DoVex"
+CodeObject.Invoke ()
+ScriptError.get_LineNr
+ScriptError.get_Description
+ScriptError.get_Item
+ScriptError.get_Source
+ScriptError.get_LineText
+Service.ShowMessage "Error: Division by zero\nItem: VexScriptRun\nSource: Microsoft VBScript runtime error\nLine 3: x = 1 / 0", 0, "ScriptError"
+ScriptControl.get_Object
+Service.Trace "LineNr: 3"
+ScriptEditor.LinePosition 3
+Service.Trace "Pos: 18"
+ScriptEditor.put_SelStart 18
+ScriptEditor.get_SelStart
+Service.Trace "RtfScript.SelStart: 18"
+ScriptEditor.LineLength 18
+ScriptEditor.put_SelLength 9
+ScriptEditor.get_SelLength
+Service.Trace "RtfScript.SelLength: 9"
+Service.FocusControl IKelosScriptEditor
+)");
+    }
+}
+
+TEST_CASE_FIXTURE(RunnerFixture, "a script that is looked for and stored") {
+    const auto saved = document(L"Gespeichert");
+    const auto framed = document(L"Rahmen");
+    const auto empty = document(L"Leer");
+    log_calls();
+    SUBCASE("read where it is stored") {
+        CHECK(stored(saved) == L"Sub DoVex()\r\nContentFix \"S!A1\", \"stored\"\r\nEnd Sub");
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Attributes "Gespeichert"
+AttributeList.get_Item "Vex"
+AttributeObject.get_Value "Vex", 1
+DocumentObject.get_Delegate
+DocumentObject.get_Attributes "Gespeichert"
+AttributeList.get_Item "Vex"
+AttributeObject.get_Marker "Vex"
+AttributeObject.put_Marker "Vex", "~"
+AttributeObject.get_Value "Vex", 1
+)");
+        stored(saved);  // the marker stands
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Attributes "Gespeichert"
+AttributeList.get_Item "Vex"
+AttributeObject.get_Value "Vex", 1
+DocumentObject.get_Delegate
+DocumentObject.get_Attributes "Gespeichert"
+AttributeList.get_Item "Vex"
+AttributeObject.get_Marker "Vex"
+AttributeObject.get_Value "Vex", 1
+)");
+    }
+    SUBCASE("generated for a table") {
+        stored(framed);
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Attributes "Rahmen"
+AttributeList.get_Item "Vex"
+AttributeObject.get_Value "Vex", 1
+DocumentObject.get_Objects
+ObjectList.get_Count
+ObjectList.get_Item 1
+MappingObject.get_XObj "Tabelle"
+DocumentObject.get_Delegate
+DocumentObject.get_Attributes "Rahmen"
+AttributeList.get_Item "Vex"
+AttributeObject.put_Value "Vex", 1, "Sub DoVex()\r\n'*****************************************************************************\r\n'Automatically generated V...
+AttributeObject.get_Marker "Vex"
+DocumentObject.get_Delegate
+DocumentObject.get_Attributes "Rahmen"
+AttributeList.get_Item "Vex"
+AttributeObject.get_Marker "Vex"
+AttributeObject.get_Value "Vex", 1
+)");
+    }
+    SUBCASE("nothing without a table") {
+        CHECK(stored(empty) == L"");
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Attributes "Leer"
+AttributeList.get_Item "Vex"
+DocumentObject.get_Objects
+ObjectList.get_Count
+DocumentObject.get_Delegate
+DocumentObject.get_Attributes "Leer"
+AttributeList.get_Item "Vex"
+)");
+    }
+    SUBCASE("stored") {
+        CHECK(store(empty, L"new"));
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Delegate
+DocumentObject.get_Attributes "Leer"
+AttributeList.get_Item "Vex"
+DocumentObject.get_Attributes "Leer"
+AttributeList.Add "Vex"
+AttributeObject.put_Value "Vex", 1, "new"
+AttributeObject.get_Marker "Vex"
+AttributeObject.put_Marker "Vex", "~"
+)");
+        CHECK(stored(empty) == L"new");
+        CHECK_FALSE(store({}, L"x"));
+        CHECK(take_errors() == L"Tessera.VexScript|SetVexScript\n");
+    }
+}
+
+TEST_CASE_FIXTURE(RunnerFixture, "a script that a delegate keeps") {
+    const auto delegating = document(L"Delegiert");
+    const auto login = [&](const wchar_t* name) {
+        call(workset.as<IHostKitWorkset>(), &IHostKitWorkset::put_CurrentLogin, Bstr(name).get());
+    };
+    SUBCASE("generated and stored there") {
+        log_calls();
+        CHECK(stored(delegating).starts_with(L"Sub DoVex()"));
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Attributes "Delegiert"
+AttributeList.get_Item "Vex"
+DocumentObject.get_Objects
+ObjectList.get_Count
+ObjectList.get_Item 1
+MappingObject.get_XObj "Tabelle"
+DocumentObject.get_Delegate
+PlainObject.get_WorkSet "Anlage"
+WorksetObject.get_CurrentUser
+PlainObject.GetRights "Anlage", IKelosUser
+UserObject.get_Login
+PlainObject.get_Attributes "Anlage"
+AttributeList.get_Item "Vex"
+PlainObject.get_Attributes "Anlage"
+AttributeList.Add "Vex"
+AttributeObject.put_Value "Vex", 1, "Sub DoVex()\r\n'*****************************************************************************\r\n'Automatically generated V...
+AttributeObject.get_Marker "Vex"
+AttributeObject.put_Marker "Vex", "~"
+DocumentObject.get_Delegate
+PlainObject.get_WorkSet "Anlage"
+WorksetObject.get_CurrentUser
+PlainObject.GetRights "Anlage", IKelosUser
+UserObject.get_Login
+PlainObject.get_Attributes "Anlage"
+AttributeList.get_Item "Vex"
+AttributeObject.get_Marker "Vex"
+AttributeObject.get_Value "Vex", 1
+)");
+        CHECK(store(delegating, L"x"));
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Delegate
+PlainObject.get_WorkSet "Anlage"
+WorksetObject.get_CurrentUser
+PlainObject.GetRights "Anlage", IKelosUser
+UserObject.get_Login
+PlainObject.get_Attributes "Anlage"
+AttributeList.get_Item "Vex"
+AttributeObject.put_Value "Vex", 1, "x"
+AttributeObject.get_Marker "Vex"
+)");
+        CHECK_FALSE(script_of(delegating));
+        CHECK(script_of(object(L"Anlage")));
+    }
+    SUBCASE("neither for who may not write there") {
+        login(L"ben");
+        log_calls();
+        CHECK(stored(delegating) == L"");
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Attributes "Delegiert"
+AttributeList.get_Item "Vex"
+DocumentObject.get_Objects
+ObjectList.get_Count
+ObjectList.get_Item 1
+MappingObject.get_XObj "Tabelle"
+DocumentObject.get_Delegate
+PlainObject.get_WorkSet "Anlage"
+WorksetObject.get_CurrentUser
+PlainObject.GetRights "Anlage", IKelosUser
+UserObject.get_Login
+DocumentObject.get_Delegate
+PlainObject.get_WorkSet "Anlage"
+WorksetObject.get_CurrentUser
+PlainObject.GetRights "Anlage", IKelosUser
+UserObject.get_Login
+)");
+        CHECK_FALSE(store(delegating, L"x"));
+        CHECK(calls() ==
+              LR"(
+DocumentObject.get_Delegate
+PlainObject.get_WorkSet "Anlage"
+WorksetObject.get_CurrentUser
+PlainObject.GetRights "Anlage", IKelosUser
+UserObject.get_Login
+)");
+    }
+}
