@@ -24,7 +24,9 @@ endfunction()
 
 function(add_internals_test name)
     add_windows_test(${name} internals ${ARGN})
-    target_link_libraries(${name} PRIVATE tessera_component)
+    if(WIN32)
+        target_link_libraries(${name} PRIVATE tessera_component)
+    endif()
 endfunction()
 
 function(add_windows_test name label)
