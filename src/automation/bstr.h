@@ -49,6 +49,9 @@ class Bstr {
         return &text_;
     }
 
+    // For parameters that are read and written: what stands there stays.
+    BSTR* address() noexcept { return &text_; }
+
     // May be null, as automation allows for the empty text.
     BSTR get() const noexcept { return text_; }
     std::wstring_view view() const noexcept { return view_of(text_); }

@@ -18,6 +18,7 @@
 #include <type_traits>
 
 #include "automation/call.h"
+#include "automation/late_arguments.h"
 #include "automation/module.h"
 
 namespace automation {
@@ -105,8 +106,8 @@ class Object : public detail::interface_of<Main>,
     STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS* parameters,
                         VARIANT* result, EXCEPINFO* exception, UINT* bad_argument) override {
         return with_type_info([&](ITypeInfo* own) {
-            return own->Invoke(static_cast<MainInterface*>(this), member, kind, parameters, result,
-                               exception, bad_argument);
+            return invoke_member(own, static_cast<MainInterface*>(this), member, kind, parameters,
+                                 result, exception, bad_argument);
         });
     }
 

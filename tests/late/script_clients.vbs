@@ -58,6 +58,25 @@ Set Result = Runner.Execute(Runner.GetVexScript(Kit.Document("Datenblatt")))
 Check "rows", Result.documentElement.selectNodes("Content").length, 4
 Check "options", Result.documentElement.lastChild.baseName, "Options"
 
+' A variable receives a row's text whatever it held before; nothing may be given as Null or Empty.
+Dim Rows, Query, Text, Held
+Set Query = Kit.Query("Pumpen")
+Query.Run
+Set Rows = CreateObject("Tessera.QContent")
+Rows.HQuery.WorkSet = Null
+Set Rows.HQuery.Query = Query
+Rows.HQuery.MoveFirst
+For Each Held In Array("", "old", 12, Empty)
+    Text = Held
+    Check "row written", Rows.XMLRowAsString(Text, False), True
+    Check "row text", Left(Text, 5), "<?xml"
+Next
+Text = "old"
+Rows.HQuery.Query = Empty
+Check "no row written", Rows.XMLRowAsString(Text, False), False
+Check "emptied text", Text, ""
+Check "no document", Rows.DOMDocAsString(Null), ""
+
 ' Options have no members, and arguments that cannot be coerced are the platform's errors.
 Dim Options
 Set Options = CreateObject("Tessera.XMLOptions")
