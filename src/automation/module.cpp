@@ -37,23 +37,30 @@ class TypeLibrary {
     ITypeInfo* info(REFGUID id) {
         const std::lock_guard lock(mutex_);
         ITypeInfo*& cached = infos_[id];
-        if (!cached) check(library_->GetTypeInfoOfGuid(id, &cached));
+        if (!cached && !(shared_ && SUCCEEDED(shared_->GetTypeInfoOfGuid(id, &cached))))
+            check(own_->GetTypeInfoOfGuid(id, &cached));
         return cached;
     }
 
   private:
+    // The shared library is loaded first and kept: a reference to it is then resolved by the loaded
+    // one where it is neither registered nor named by a manifest.
     TypeLibrary() {
-        std::wstring path(MAX_PATH, L'\0');
-        DWORD length;
-        while ((length = GetModuleFileNameW(this_module(), path.data(),
-                                            static_cast<DWORD>(path.size()))) == path.size())
-            path.resize(path.size() * 2);
-        path.resize(length);
-        check(LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library_));
+        if (FindResourceW(this_module(), MAKEINTRESOURCEW(shared_type_library), L"TYPELIB"))
+            shared_ = load(shared_type_library);
+        own_ = load(own_type_library);
+    }
+
+    static ITypeLib* load(int resource) {
+        ITypeLib* library = nullptr;
+        const std::wstring place = module_path() + L"\\" + std::to_wstring(resource);
+        check(LoadTypeLibEx(place.c_str(), REGKIND_NONE, &library));
+        return library;
     }
 
     std::mutex mutex_;
-    ITypeLib* library_ = nullptr;
+    ITypeLib* shared_ = nullptr;
+    ITypeLib* own_ = nullptr;
     std::map<GUID, ITypeInfo*, GuidOrder> infos_;
 };
 
@@ -66,6 +73,16 @@ void run_thread_idle_hooks() noexcept {
 
 HMODULE this_module() noexcept {
     return reinterpret_cast<HMODULE>(&__ImageBase);
+}
+
+std::wstring module_path() {
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD length;
+    while ((length = GetModuleFileNameW(this_module(), path.data(),
+                                        static_cast<DWORD>(path.size()))) == path.size())
+        path.resize(path.size() * 2);
+    path.resize(length);
+    return path;
 }
 
 long live_count() noexcept {

@@ -1,6 +1,8 @@
 // What one DLL of ours counts, and the resources that its classes share.
 #pragma once
 
+#include <string>
+
 #include "automation/com_ptr.h"
 
 namespace automation {
@@ -22,9 +24,17 @@ void object_died() noexcept;
 using ThreadIdleHook = void (*)() noexcept;
 void add_thread_idle_hook(ThreadIdleHook hook);
 
-// The type information of an interface or a class, from the type library that is this module's
-// own resource (so no registration is needed). Loaded once; the reference stays the module's.
-// Throws when the library does not hold it.
+// The resources of a module that hold its type libraries: its own, and (if it has one) the library
+// that it shares with other modules and that its own refers to.
+inline constexpr int own_type_library = 1;
+inline constexpr int shared_type_library = 2;
+
+// The full path of this module's file.
+std::wstring module_path();
+
+// The type information of an interface or a class, from the type libraries that are this module's
+// resources (so no registration is needed). Loaded once; the reference stays the module's.
+// Throws when neither library holds it.
 ITypeInfo* type_info(REFGUID id);
 
 }  // namespace automation

@@ -4,51 +4,16 @@
 #include <string>
 
 #include "automation/error.h"
+#include "server/registry_key.h"
+#include "server/type_library.h"
 
 namespace server {
 namespace {
 
 constexpr wchar_t version_suffix[] = L".1";
 
-class RegistryKey {
-  public:
-    RegistryKey(HKEY parent, const std::wstring& path) {
-        check(RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr, &key_,
-                              nullptr));
-    }
-    ~RegistryKey() { RegCloseKey(key_); }
-    RegistryKey(const RegistryKey&) = delete;
-    RegistryKey& operator=(const RegistryKey&) = delete;
-
-    void set(const wchar_t* name, const std::wstring& value) const {
-        const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-        check(RegSetValueExW(key_, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                             size));
-    }
-    void set_subkey(const std::wstring& path, const std::wstring& value) const {
-        RegistryKey(key_, path).set(nullptr, value);
-    }
-
-  private:
-    static void check(LSTATUS status) { automation::check(HRESULT_FROM_WIN32(status)); }
-    HKEY key_ = nullptr;
-};
-
-std::wstring guid_text(REFGUID id) {
-    wchar_t text[39];
-    StringFromGUID2(id, text, 39);
-    return text;
-}
-
 std::wstring class_key(const ClassEntry& entry) {
     return L"CLSID\\" + guid_text(entry.class_id);
-}
-
-std::wstring module_path() {
-    std::wstring path(32768, L'\0');
-    path.resize(GetModuleFileNameW(automation::this_module(), path.data(),
-                                   static_cast<DWORD>(path.size())));
-    return path;
 }
 
 void write_program_name(const std::wstring& name, const ClassEntry& entry) {
@@ -56,34 +21,6 @@ void write_program_name(const std::wstring& name, const ClassEntry& entry) {
     key.set(nullptr, entry.description);
     key.set_subkey(L"CLSID", guid_text(entry.class_id));
 }
-
-// The module's type library, which is a resource of its file, and its identity.
-class ModuleTypeLibrary {
-  public:
-    explicit ModuleTypeLibrary(const std::wstring& path) : path_(path) {
-        automation::check(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library_.put()));
-        TLIBATTR* attributes = nullptr;
-        automation::check(library_->GetLibAttr(&attributes), library_);
-        attributes_ = *attributes;
-        library_->ReleaseTLibAttr(attributes);
-    }
-    REFGUID id() const noexcept { return attributes_.guid; }
-    void add() const {
-        auto* path = const_cast<wchar_t*>(path_.c_str());
-        automation::check(RegisterTypeLib(library_.get(), path, nullptr));
-    }
-    HRESULT remove() const noexcept {
-        const HRESULT result =
-            UnRegisterTypeLib(attributes_.guid, attributes_.wMajorVerNum, attributes_.wMinorVerNum,
-                              attributes_.lcid, attributes_.syskind);
-        return result == TYPE_E_REGISTRYACCESS ? S_OK : result;
-    }
-
-  private:
-    const std::wstring& path_;
-    automation::ComPtr<ITypeLib> library_;
-    TLIBATTR attributes_{};
-};
 
 void write_class(const ClassEntry& entry, const std::wstring& path, REFGUID type_library) {
     const std::wstring name = entry.program_name;
@@ -120,11 +57,10 @@ HRESULT remove_class(const ClassEntry& entry) {
 
 HRESULT register_classes() noexcept {
     try {
-        const std::wstring path = module_path();
-        const ModuleTypeLibrary library(path);
-        library.add();
+        const GUID library = register_type_libraries();
+        const std::wstring path = automation::module_path();
         for (const ClassEntry& entry : module_classes())
-            write_class(entry, path, library.id());
+            write_class(entry, path, library);
         return S_OK;
     } catch (...) {
         const HRESULT code = automation::current_error().code;
@@ -140,8 +76,7 @@ HRESULT unregister_classes() noexcept {
             const HRESULT result = remove_class(entry);
             if (SUCCEEDED(first_failure)) first_failure = result;
         }
-        const std::wstring path = module_path();
-        const HRESULT result = ModuleTypeLibrary(path).remove();
+        const HRESULT result = unregister_type_libraries();
         return SUCCEEDED(first_failure) ? result : first_failure;
     } catch (...) {
         return automation::current_error().code;

@@ -1,5 +1,6 @@
 // The class table, the type library and the early-bound contract agree.
 
+#include <cstring>
 #include <set>
 
 #include "automation/conversion.h"
@@ -24,10 +25,64 @@ constexpr const wchar_t* class_names[] = {
     L"Progress",  L"XMLOptions",  L"OptionMappingTable", L"SpecOptToCollConverter",
 };
 
-ComPtr<ITypeLib> type_library() {
+ComPtr<ITypeLib> type_library(const wchar_t* file = L"Tessera.dll") {
     ComPtr<ITypeLib> library;
-    automation::check(LoadTypeLibEx(L"Tessera.dll", REGKIND_NONE, library.put()));
+    automation::check(LoadTypeLibEx(file, REGKIND_NONE, library.put()));
     return library;
+}
+
+std::wstring name_of(ITypeLib* library, INT index) {
+    Bstr name;
+    library->GetDocumentation(index, name.put(), nullptr, nullptr, nullptr);
+    return name.str();
+}
+
+// The library of the type that a parameter or result refers to goes into the set.
+void add_library(std::set<std::wstring>& names, ITypeInfo* info, const TYPEDESC& type) {
+    if (type.vt == VT_PTR) return add_library(names, info, *type.lptdesc);
+    if (type.vt != VT_USERDEFINED) return;
+    ComPtr<ITypeInfo> found;
+    ComPtr<ITypeLib> library;
+    UINT index = 0;
+    automation::check(info->GetRefTypeInfo(type.hreftype, found.put()));
+    automation::check(found->GetContainingTypeLib(library.put(), &index));
+    names.insert(name_of(library.get(), -1));
+}
+
+// The libraries whose types the members of a library's interfaces refer to.
+std::set<std::wstring> referred_libraries(ITypeLib* library) {
+    std::set<std::wstring> names;
+    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> info;
+        library->GetTypeInfo(i, info.put());
+        FUNCDESC* member = nullptr;
+        for (UINT m = 0; SUCCEEDED(info->GetFuncDesc(m, &member)); ++m) {
+            add_library(names, info.get(), member->elemdescFunc.tdesc);
+            for (SHORT p = 0; p < member->cParams; ++p)
+                add_library(names, info.get(), member->lprgelemdescParam[p].tdesc);
+            info->ReleaseFuncDesc(member);
+        }
+    }
+    return names;
+}
+
+// The names of the types whose identifiers are not of the library's own range. Such a type would be
+// registered as the library's and taken out with it.
+std::wstring copied_types(ITypeLib* library) {
+    std::wstring copied;
+    TLIBATTR* own = nullptr;
+    library->GetLibAttr(&own);
+    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> info;
+        TYPEATTR* attributes = nullptr;
+        library->GetTypeInfo(i, info.put());
+        info->GetTypeAttr(&attributes);
+        if (std::memcmp(&attributes->guid, &own->guid, sizeof(GUID) - 2) != 0)
+            copied += name_of(library, static_cast<INT>(i)) + L' ';
+        info->ReleaseTypeAttr(attributes);
+    }
+    library->ReleaseTLibAttr(own);
+    return copied;
 }
 
 std::set<std::wstring> coclasses() {
@@ -37,9 +92,7 @@ std::set<std::wstring> coclasses() {
         TYPEKIND kind;
         library->GetTypeInfoType(i, &kind);
         if (kind != TKIND_COCLASS) continue;
-        Bstr name;
-        library->GetDocumentation(static_cast<INT>(i), name.put(), nullptr, nullptr, nullptr);
-        names.insert(name.str());
+        names.insert(name_of(library.get(), static_cast<INT>(i)));
     }
     return names;
 }
@@ -81,6 +134,31 @@ TEST_CASE_FIXTURE(ComFixture, "the library says what the product is") {
     type_library()->GetDocumentation(-1, name.put(), help.put(), nullptr, nullptr);
     CHECK(name.view() == L"KelosTessera");
     CHECK(help.view() == L"Kelos Tessera (Import/Export)");
+}
+
+TEST_CASE_FIXTURE(ComFixture, "a type library holds its own types and refers to those of others") {
+    using Names = std::set<std::wstring>;
+    const auto contract = type_library(L"Kelos.tlb");
+    CHECK(copied_types(contract.get()) == L"");
+    CHECK(referred_libraries(contract.get()) == Names{L"Kelos", L"MSXML2", L"stdole"});
+    const auto component = type_library();
+    CHECK(copied_types(component.get()) == L"");
+    CHECK(referred_libraries(component.get()) ==
+          Names{L"Kelos", L"KelosTessera", L"MSXML2", L"stdole"});
+    const auto kit = type_library(L"KelosHostKit.dll");
+    // The compiler copies a class's default interface, whatever library it is from. These are the
+    // contract's, which registering therefore writes last.
+    CHECK(copied_types(kit.get()) ==
+          L"IKelosQColumnDef IKelosPropertyConstant IKelosByteCompressor IKelosByteTextEncoder "
+          L"IKelosStandardControls IKelosTextBox ");
+    CHECK(referred_libraries(kit.get()) == Names{L"Kelos", L"KelosHostKit", L"MSXML2", L"stdole"});
+
+    // Without registration the manifests say where the contract's library is.
+    TLIBATTR* attributes = nullptr;
+    contract->GetLibAttr(&attributes);
+    Bstr path;
+    CHECK(QueryPathOfRegTypeLib(attributes->guid, 1, 0, 0, path.put()) == S_OK);
+    contract->ReleaseTLibAttr(attributes);
 }
 
 TEST_CASE_FIXTURE(ComFixture, "a class factory makes no aggregates and no unknown classes") {

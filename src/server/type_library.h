@@ -1,0 +1,19 @@
+// Writes the module's type libraries into the registry, and takes them out again.
+//
+// The module's own library belongs to it. The shared one (the host contract's) belongs to every
+// module that was registered with it and is taken out with the last of them. Each of them is a
+// value of the library's version key: named by the module's own library, it holds the place of the
+// shared library in the module's file.
+#pragma once
+
+#include "automation/windows_headers.h"
+
+namespace server {
+
+// Answers the identity of the module's own library. Throws.
+GUID register_type_libraries();
+
+// What is not registered is no failure. Throws when the module's own libraries cannot be read.
+HRESULT unregister_type_libraries();
+
+}  // namespace server
