@@ -27,4 +27,5 @@ Else
     Kit.Open WScript.Arguments(1)
     Check "the contract's object", Kit.Object("Anlage|Pumpe").PathFullName(Nothing), "Werk|Anlage|Pumpe"
 End If
+If Failures = 0 Then WScript.Echo "all checks hold"
 WScript.Quit Failures
