@@ -1,8 +1,9 @@
 #include "archive/xml_publics.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 
-#include "archive/type_names.h"
 #include "automation/conversion.h"
 #include "host/error_boundary.h"
 #include "host/service.h"
@@ -11,9 +12,12 @@
 namespace tessera {
 
 using automation::Bstr;
+using automation::BstrOrView;
+using automation::BstrView;
 using automation::ComPtr;
 using automation::get;
 using automation::Variant;
+using namespace automation::literals;
 
 namespace {
 
@@ -25,10 +29,28 @@ constexpr wchar_t key_not_read[] = L"~00910 Die Variable kann nicht gelesen werd
 constexpr wchar_t key_value_read[] = L"~00911 gelesene Variable: '";
 constexpr wchar_t key_not_found[] = L"~00918 Archiv wurde nicht gefunden.";
 
-constexpr wchar_t attribute_name[] = L"Name";
-constexpr wchar_t attribute_version[] = L"Version";
-constexpr wchar_t attribute_type[] = L"Type";
-constexpr wchar_t attribute_data[] = L"Data";
+constexpr BstrView attribute_name = L"Name"_bstr;
+constexpr BstrView attribute_version = L"Version"_bstr;
+constexpr BstrView attribute_type = L"Type"_bstr;
+constexpr BstrView attribute_data = L"Data"_bstr;
+
+// The type names that are read back. Writing uses the platform's name of whatever type a value
+// has; these are the ones among them that lead back to a value.
+struct ArchivedType {
+    std::wstring_view name;
+    VARTYPE type;
+};
+constexpr ArchivedType archived_types[] = {
+    {L"String", VT_BSTR}, {L"Long", VT_I4},   {L"Integer", VT_I2}, {L"Boolean", VT_BOOL},
+    {L"Empty", VT_EMPTY}, {L"Double", VT_R8}, {L"Single", VT_R4},  {L"Currency", VT_CY},
+    {L"Date", VT_DATE},   {L"Byte", VT_UI1},  {L"Null", VT_NULL},
+};
+
+std::optional<VARTYPE> archived_type(std::wstring_view type_name) {
+    const auto* const found = std::ranges::find(archived_types, type_name, &ArchivedType::name);
+    if (found == std::end(archived_types)) return std::nullopt;
+    return found->type;
+}
 
 void show_archive_message(const std::wstring& text, const wchar_t* procedure) {
     const std::wstring title = translate(key_title).str() + L"  (" + procedure + L")";
@@ -80,50 +102,46 @@ Bstr identify(const ComPtr<IKelosObject>& object) {
     return Bstr(std::to_wstring(type) + L"::" + uid.str());
 }
 
-Bstr text_of(const VARIANT& value) {
+BstrOrView archived_text(const VARIANT& value) {
     const ComPtr<IKelosObject> object = host_object(value);
     if (!can_be_archived(value, object)) {
         show_not_archived(value.vt);
         return {};
     }
-    if (value.vt == VT_BSTR) return Bstr(automation::view_of(value.bstrVal));
-    if (value.vt == VT_BOOL) return Bstr(value.boolVal ? L"-1" : L"0");
+    if (value.vt == VT_EMPTY) return {};
+    if (value.vt == VT_BOOL) return value.boolVal ? L"-1"_bstr : L"0"_bstr;
     if (object) return identify(object);
-    return automation::to_text(value);
+    return automation::text_of(value);
 }
 
-Bstr GetString(const VARIANT& value) noexcept {
-    Bstr result;
-    guarded({source, L"Private Function 'GetString'"}, [&] { result = text_of(value); });
+// Lends what it can; the value must outlive the text.
+BstrOrView GetString(const VARIANT& value) noexcept {
+    BstrOrView result;
+    guarded({source, L"Private Function 'GetString'"}, [&] { result = archived_text(value); });
     return result;
 }
 
-void write_attribute(const dom::Node& node, const wchar_t* name, std::wstring_view text) {
-    if (node) dom::set_attribute(automation::require(node.as<IXMLDOMElement>()), name, text);
+template <class AnyNode>
+Variant GetXMLAttributeValue(const AnyNode& node, BstrView name) noexcept {
+    return guarded_result<Variant>({source, L"Private Function 'GetXMLAttributeValue'"},
+                                   [&](Variant& value) { value = dom::attribute(node, name); });
 }
 
-Variant GetXMLAttributeValue(const dom::Node& node, const wchar_t* name) noexcept {
-    Variant result;
-    guarded({source, L"Private Function 'GetXMLAttributeValue'"},
-            [&] { result = dom::attribute(node, name); });
-    return result;
-}
-
-bool is_named(const dom::Node& title, std::wstring_view name) {
+bool is_named(const dom::Element& title, std::wstring_view name) {
     return GetXMLAttributeValue(title, attribute_name).text() == name;
 }
 
-dom::Node titled_child(const dom::Node& parent, std::wstring_view title_name,
-                       std::wstring_view name) {
-    dom::Node title = dom::child_named(parent, title_name);
+dom::Element titled_child(const dom::Node& parent, std::wstring_view title_name,
+                          std::wstring_view name) {
+    dom::Element title = dom::child_named(parent, title_name);
     while (title && !is_named(title, name))
         title = dom::sibling_named(title, title_name);
     return title;
 }
 
 // Below an element a nameless title is never looked for.
-ArchiveNode existing_title(ArchiveNode& parent, std::wstring_view title_name,
-                           std::wstring_view name) {
+dom::Element existing_title(ArchiveNode& parent, std::wstring_view title_name,
+                            std::wstring_view name) {
     if (!name.empty()) return titled_child(parent.node(), title_name, name);
     if (parent.is_document()) return parent.child(title_name);
     return {};
@@ -152,49 +170,50 @@ bool is_detached_title(const dom::Node& node, std::wstring_view title_name) {
 
 }  // namespace
 
-ArchiveNode XML_WriteTitle(ArchiveNode& parent, std::wstring_view title_name,
-                           std::wstring_view version, std::wstring_view name) {
+ArchiveNode XML_WriteTitle(ArchiveNode& parent, BstrView title_name, BstrView version,
+                           BstrView name) noexcept {
     ArchiveNode title;
     guarded({source, L"Public Function 'XML_WriteTitle'"}, [&] {
         if (!parent) return;
-        title = existing_title(parent, title_name, name);
+        title = existing_title(parent, title_name.view(), name.view());
         if (!title) title = parent.append_new(title_name);
-        if (!name.empty()) write_attribute(title.node(), attribute_name, name);
-        write_attribute(title.node(), attribute_version, version);
+        if (!name.empty()) dom::set_attribute(title.element(), attribute_name, name);
+        dom::set_attribute(title.element(), attribute_version, version);
     });
     return title;
 }
 
-void XML_WriteAttribute(const ArchiveNode& node, const wchar_t* attribute_name,
-                        const VARIANT& value) {
-    guarded({source, L"Private Function 'XML_WriteAttribute'"},
-            [&] { write_attribute(node.node(), attribute_name, GetString(value).view()); });
+void XML_WriteAttribute(ArchiveNode& node, BstrView name, const VARIANT& value) noexcept {
+    guarded({source, L"Private Function 'XML_WriteAttribute'"}, [&] {
+        const BstrOrView text = GetString(value);
+        if (node) dom::set_attribute(node.element(), name, text);
+    });
 }
 
-ArchiveNode XML_WriteItem(ArchiveNode& title, std::wstring_view item_name, const VARIANT& value) {
-    ArchiveNode item;
+dom::Element XML_WriteItem(ArchiveNode& title, BstrView item_name, const VARIANT& value) noexcept {
+    dom::Element item;
     guarded({source, L"Public Function 'XML_WriteItem'"}, [&] {
         if (!title) return;
-        item = title.child(item_name);
-        if (!item) item = title.append_new(item_name);
-        write_attribute(item.node(), attribute_type, automation::type_name(value).view());
-        write_attribute(item.node(), attribute_data, GetString(value).view());
+        item = title.child(item_name.view());
+        if (!item) item = title.append_element(item_name);
+        dom::set_attribute(item, attribute_type, automation::type_name(value));
+        dom::set_attribute(item, attribute_data, GetString(value));
     });
     return item;
 }
 
-dom::Node XML_GetItemNode(const dom::Node& title, std::wstring_view item_name) {
-    dom::Node item;
+dom::Element XML_GetItemNode(const dom::Node& title, std::wstring_view item_name) noexcept {
+    dom::Element item;
     guarded({source, L"Public Function 'XML_GetItemNode'"}, [&] {
         if (title) item = dom::child_named(title, item_name);
     });
     return item;
 }
 
-Variant XML_ReadItem(const dom::Node& title, const wchar_t* item_name) {
+Variant XML_ReadItem(const dom::Node& title, std::wstring_view item_name) noexcept {
     Variant value;
     guarded({source, L"Public Function 'XML_ReadItem'"}, [&] {
-        const dom::Node item = XML_GetItemNode(title, item_name);
+        const dom::Element item = XML_GetItemNode(title, item_name);
         const Variant type_name = GetXMLAttributeValue(item, attribute_type);
         bool readable = type_name.is_string();
         const Variant data = GetXMLAttributeValue(item, attribute_data);
@@ -208,8 +227,8 @@ Variant XML_ReadItem(const dom::Node& title, const wchar_t* item_name) {
     return value;
 }
 
-dom::Node XML_GetTitleNode(const dom::Node& node, const wchar_t* title_name, std::wstring_view name,
-                           bool show_message) {
+dom::Node XML_GetTitleNode(const dom::Node& node, std::wstring_view title_name,
+                           std::wstring_view name, bool show_message) noexcept {
     dom::Node title;
     guarded({source, L"Public Function 'XML_GetTitleNode'"}, [&] {
         if (!node) return;
@@ -224,7 +243,7 @@ dom::Node XML_GetTitleNode(const dom::Node& node, const wchar_t* title_name, std
     return title;
 }
 
-std::int16_t XML_GetVersion(const dom::Node& title) {
+std::int16_t XML_GetVersion(const dom::Node& title) noexcept {
     std::int16_t version = 0;
     guarded({source, L"Public Function 'XML_GetVersion'"}, [&] {
         version = automation::to_short(GetXMLAttributeValue(title, attribute_version));

@@ -20,30 +20,31 @@ namespace tessera {
 // name is given and one of that name is there, or when the parent is the document; below an
 // element a nameless title is always a new one. Nothing for nothing. `title_name` must outlive the
 // parent and the result.
-ArchiveNode XML_WriteTitle(ArchiveNode& parent, std::wstring_view title_name,
-                           std::wstring_view version, std::wstring_view name = {});
+ArchiveNode XML_WriteTitle(ArchiveNode& parent, automation::BstrView title_name,
+                           automation::BstrView version, automation::BstrView name = {}) noexcept;
 
 // Sets the attribute of the title to the text of the value.
-void XML_WriteAttribute(const ArchiveNode& node, const wchar_t* attribute_name,
-                        const VARIANT& value);
+void XML_WriteAttribute(ArchiveNode& node, automation::BstrView name,
+                        const VARIANT& value) noexcept;
 
 // Writes the item, in place of one of the same name. Nothing for nothing. `item_name` must outlive
 // the title.
-ArchiveNode XML_WriteItem(ArchiveNode& title, std::wstring_view item_name, const VARIANT& value);
+dom::Element XML_WriteItem(ArchiveNode& title, automation::BstrView item_name,
+                           const VARIANT& value) noexcept;
 
 // The item element, or nothing.
-dom::Node XML_GetItemNode(const dom::Node& title, std::wstring_view item_name);
+dom::Element XML_GetItemNode(const dom::Node& title, std::wstring_view item_name) noexcept;
 
 // The value of the item. A missing item, or one whose type cannot be read back, shows the
 // read-failure message and gives Empty.
-automation::Variant XML_ReadItem(const dom::Node& title, const wchar_t* item_name);
+automation::Variant XML_ReadItem(const dom::Node& title, std::wstring_view item_name) noexcept;
 
 // The title element below the node (or the detached node itself); shows the not-found message if
 // wanted.
-dom::Node XML_GetTitleNode(const dom::Node& node, const wchar_t* title_name, std::wstring_view name,
-                           bool show_message);
+dom::Node XML_GetTitleNode(const dom::Node& node, std::wstring_view title_name,
+                           std::wstring_view name, bool show_message) noexcept;
 
 // The title's format version; 0 when it has none.
-std::int16_t XML_GetVersion(const dom::Node& title);
+std::int16_t XML_GetVersion(const dom::Node& title) noexcept;
 
 }  // namespace tessera

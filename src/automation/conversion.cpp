@@ -19,43 +19,43 @@ bool reads_as_number(const wchar_t* text) {
     return SUCCEEDED(VarNumFromParseNum(&parsed, digits, VTBIT_R8, &number));
 }
 
-const wchar_t* simple_type_name(VARTYPE type) {
+BstrView simple_type_name(VARTYPE type) {
     switch (type) {
         case VT_EMPTY:
-            return L"Empty";
+            return L"Empty"_bstr;
         case VT_NULL:
-            return L"Null";
+            return L"Null"_bstr;
         case VT_I2:
-            return L"Integer";
+            return L"Integer"_bstr;
         case VT_I4:
         case VT_INT:
-            return L"Long";
+            return L"Long"_bstr;
         case VT_I8:
-            return L"LongLong";
+            return L"LongLong"_bstr;
         case VT_R4:
-            return L"Single";
+            return L"Single"_bstr;
         case VT_R8:
-            return L"Double";
+            return L"Double"_bstr;
         case VT_CY:
-            return L"Currency";
+            return L"Currency"_bstr;
         case VT_DATE:
-            return L"Date";
+            return L"Date"_bstr;
         case VT_BSTR:
-            return L"String";
+            return L"String"_bstr;
         case VT_DISPATCH:
-            return L"Object";
+            return L"Object"_bstr;
         case VT_ERROR:
-            return L"Error";
+            return L"Error"_bstr;
         case VT_BOOL:
-            return L"Boolean";
+            return L"Boolean"_bstr;
         case VT_VARIANT:
-            return L"Variant";
+            return L"Variant"_bstr;
         case VT_DECIMAL:
-            return L"Decimal";
+            return L"Decimal"_bstr;
         case VT_UI1:
-            return L"Byte";
+            return L"Byte"_bstr;
         default:
-            return L"Unknown";
+            return L"Unknown"_bstr;
     }
 }
 
@@ -94,6 +94,11 @@ Bstr to_text(const VARIANT& value) {
     return Bstr::attach(text.bstrVal);
 }
 
+BstrOrView text_of(const VARIANT& value) {
+    if (value.vt == VT_BSTR) return BstrView(value.bstrVal);
+    return to_text(value);
+}
+
 long to_long(const VARIANT& value) {
     return to_type(value, VT_I4).lVal;
 }
@@ -106,10 +111,14 @@ bool to_bool(const VARIANT& value) {
     return to_type(value, VT_BOOL).boolVal != VARIANT_FALSE;
 }
 
-bool is_numeric(std::wstring_view text) {
+bool is_numeric(BstrView text) {
     // A NUL inside would hide the rest of the text from the platform's parser.
-    if (text.find(L'\0') != std::wstring_view::npos) return false;
-    return reads_as_number(std::wstring(text).c_str());
+    if (text.view().find(L'\0') != std::wstring_view::npos) return false;
+    return reads_as_number(text.get() ? text.get() : L"");
+}
+
+bool is_numeric(std::wstring_view text) {
+    return is_numeric(Bstr(text));
 }
 
 bool is_numeric(const VARIANT& value) {
@@ -133,18 +142,20 @@ bool is_numeric(const VARIANT& value) {
         case VT_BOOL:
             return true;
         case VT_BSTR:
-            return is_numeric(view_of(value.bstrVal));
+            return is_numeric(BstrView(value.bstrVal));
         default:
             return false;
     }
 }
 
-Bstr type_name(const VARIANT& value) {
+BstrOrView type_name(const VARIANT& value) {
     if (value.vt & VT_BYREF) return type_name(Variant::value_of(value));
-    if (value.vt & VT_ARRAY)
-        return Bstr(std::wstring(simple_type_name(value.vt & VT_TYPEMASK)) + L"()");
+    if (value.vt & VT_ARRAY) {
+        const BstrView element = simple_type_name(value.vt & VT_TYPEMASK);
+        return Bstr(std::wstring(element.view()) + L"()");
+    }
     if (value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN) return object_type_name(value.punkVal);
-    return Bstr(simple_type_name(value.vt));
+    return simple_type_name(value.vt);
 }
 
 }  // namespace automation

@@ -7,6 +7,7 @@ namespace dom {
 using automation::call;
 using automation::check;
 using automation::get;
+using namespace automation::literals;
 
 namespace {
 
@@ -24,116 +25,88 @@ struct DocumentFactory {
     ComPtr<IClassFactory> factory;
 };
 
-constexpr wchar_t declaration_target[] = L"xml";
-constexpr wchar_t declaration_attribute[] = L"encoding";
-constexpr wchar_t declaration_encoding[] = L"ISO-10646-UCS-2";
+constexpr BstrView declaration_target = L"xml"_bstr;
+constexpr BstrView declaration_attribute = L"encoding"_bstr;
+constexpr BstrView declaration_encoding = L"ISO-10646-UCS-2"_bstr;
 
 // False where the parser has no attribute map for processing instructions.
 bool add_to_attribute_map(const Document& document, const Node& instruction) {
     ComPtr<IXMLDOMNamedNodeMap> attributes;
     if (FAILED(instruction->get_attributes(attributes.put())) || !attributes) return false;
-    const Bstr name(declaration_attribute);
-    const auto encoding = get(document, &IXMLDOMDocument::createAttribute, name.get());
-    check(encoding->put_value(Variant(declaration_encoding)));
+    const auto encoding =
+        get(document, &IXMLDOMDocument::createAttribute, declaration_attribute.get());
+    check(encoding->put_value(automation::lend(declaration_encoding)));
     Node added;
     return SUCCEEDED(attributes->setNamedItem(encoding.get(), added.put()));
 }
 
-Node matching(Node node, std::wstring_view name) {
-    while (node && (type(node) != NODE_ELEMENT || dom::name(node).view() != name))
-        node = next_sibling(node);
-    return node;
-}
-
 // The data of this instruction cannot be changed once it is made.
-Node declaration_with_data(const Document& document, const Bstr& target) {
-    const Bstr data(std::wstring(declaration_attribute) + L"=\"" + declaration_encoding + L"\"");
-    const auto instruction =
-        get(document, &IXMLDOMDocument::createProcessingInstruction, target.get(), data.get());
-    return instruction.as<IXMLDOMNode>();
+Node declaration_with_data(const Document& document) {
+    const BstrView data = L"encoding=\"ISO-10646-UCS-2\""_bstr;
+    return get(document, &IXMLDOMDocument::createProcessingInstruction, declaration_target.get(),
+               data.get());
 }
 
-bool takes_elements(const Node& node) {
-    const DOMNodeType kind = type(node);
-    return kind == NODE_ELEMENT || kind == NODE_DOCUMENT || kind == NODE_DOCUMENT_FRAGMENT;
+// The node itself or the first of its following siblings that is an element of this name.
+Element matching(Node node, std::wstring_view name) {
+    while (node) {
+        if (type(node) == NODE_ELEMENT && dom::name(node).view() == name)
+            return node.as<IXMLDOMElement>();
+        node = next_sibling(node);
+    }
+    return {};
 }
 
 }  // namespace
 
 Document create_document() {
     const auto& factory = automation::ThreadKept<DocumentFactory>::get().factory;
-    ComPtr<IXMLDOMDocument> document;
+    Document document;
     check(factory->CreateInstance(nullptr, __uuidof(IXMLDOMDocument),
                                   reinterpret_cast<void**>(document.put())));
     return document;
 }
 
 void append_declaration(const Document& document) {
-    const Bstr target(declaration_target);
     const Variant type(static_cast<long>(NODE_PROCESSING_INSTRUCTION));
     Node instruction = get(document, &IXMLDOMDocument::createNode, static_cast<VARIANT>(type),
-                           target.get(), static_cast<BSTR>(nullptr));
-    if (!add_to_attribute_map(document, instruction))
-        instruction = declaration_with_data(document, target);
-    get(document, &IXMLDOMDocument::appendChild, instruction.get());
+                           declaration_target.get(), static_cast<BSTR>(nullptr));
+    if (!add_to_attribute_map(document, instruction)) instruction = declaration_with_data(document);
+    call(document, &IXMLDOMDocument::appendChild, instruction.get(), nullptr);
 }
 
-Document create_declared_document() {
-    Document document = create_document();
-    append_declaration(document);
-    return document;
-}
-
-Document owner_document(const Node& node) {
-    if (auto document = node.try_as<IXMLDOMDocument>()) return document;
-    return get(node, &IXMLDOMNode::get_ownerDocument);
+Element create_element(const Document& document, BstrView name) {
+    return get(document, &IXMLDOMDocument::createElement, name.get());
 }
 
 void append(const Node& parent, const Element& child) {
-    if (!takes_elements(parent))
-        automation::fail(E_FAIL, L"A node of this type cannot have elements below it");
-    if (const auto document = parent.try_as<IXMLDOMDocument>()) {
-        Element root;
-        check(document->get_documentElement(root.put()), document);
-        if (root)
-            automation::fail(E_FAIL, L"Only one top level element is allowed in an XML document");
-    }
-    append_unchecked(parent, child);
+    call(parent, &IXMLDOMNode::appendChild, child.get(), nullptr);
 }
 
-void append_unchecked(const Node& parent, const Element& child) {
-    get(parent, &IXMLDOMNode::appendChild, static_cast<IXMLDOMNode*>(child.get()));
-}
-
-Node child_named(const Node& parent, std::wstring_view name) {
+Element child_named(const Node& parent, std::wstring_view name) {
     return matching(first_child(parent), name);
 }
 
-Node sibling_named(const Node& node, std::wstring_view name) {
+Element sibling_named(const Node& node, std::wstring_view name) {
     return matching(next_sibling(node), name);
 }
 
-Element create_element(const Document& document, std::wstring_view name) {
-    const Bstr element_name(name);
-    return get(document, &IXMLDOMDocument::createElement, element_name.get());
-}
-
-void set_attribute(const Element& element, const wchar_t* name, std::wstring_view value) {
-    const Bstr attribute_name(name);
-    Variant text{value};
+void set_attribute(const Element& element, BstrView name, BstrView value) {
     // A null string would be refused by some parsers where an empty one is meant.
-    if (!text.bstrVal) text.bstrVal = SysAllocString(L"");
-    call(element, &IXMLDOMElement::setAttribute, attribute_name.get(), static_cast<VARIANT>(text));
+    const BstrView text = value.get() ? value : L""_bstr;
+    call(element, &IXMLDOMElement::setAttribute, name.get(), automation::lend(text));
 }
 
-Variant attribute(const Node& node, const wchar_t* name) {
-    const auto element = node.try_as<IXMLDOMElement>();
+Variant attribute(const Element& element, BstrView name) {
     Variant value;
     if (!element) return value;
-    const Bstr attribute_name(name);
-    check(element->getAttribute(attribute_name.get(), &value), element);
+    check(element->getAttribute(name.get(), &value), element);
     if (value.vt == VT_NULL) value = Variant();
     return value;
+}
+
+Variant attribute(const Node& node, BstrView name) {
+    return attribute(node.try_as<IXMLDOMElement>(), name);
 }
 
 }  // namespace dom

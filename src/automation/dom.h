@@ -8,6 +8,7 @@
 
 #include <string>
 
+#include "automation/bstr_view.h"
 #include "automation/call.h"
 
 #ifdef __CRT_UUID_DECL
@@ -27,6 +28,7 @@ __CRT_UUID_DECL(IXMLDOMProcessingInstruction, 0x2933bf89, 0x7b36, 0x11d2, 0xb2, 
 namespace dom {
 
 using automation::Bstr;
+using automation::BstrView;
 using automation::ComPtr;
 using automation::Variant;
 
@@ -36,20 +38,14 @@ using Document = ComPtr<IXMLDOMDocument>;
 
 // A new, empty document of the version-independent class.
 Document create_document();
-
-// A new document that begins with the declaration <?xml encoding="ISO-10646-UCS-2"?>.
-Document create_declared_document();
-// Appends that declaration to a document that has no nodes yet.
+// Appends the declaration <?xml encoding="ISO-10646-UCS-2"?> to a document that has no nodes yet.
 void append_declaration(const Document& document);
 
-// The document that creates nodes for a node: the node itself when it is one.
-Document owner_document(const Node& node);
+Element create_element(const Document& document, BstrView name);
 
-// Appends the child as the last one. Throws when the parent is no node that takes elements, or a
-// document that has its root element already: not every parser refuses these.
+// Appends the child as the last one. Not every parser refuses a parent that takes no elements, or
+// a second root element: those are the caller's to rule out.
 void append(const Node& parent, const Element& child);
-// The same for a parent that is known to be an element.
-void append_unchecked(const Node& parent, const Element& child);
 
 inline Node root(const Document& document) {
     return automation::get(document, &IXMLDOMDocument::get_documentElement);
@@ -83,14 +79,15 @@ void for_each_element(const Node& parent, Use&& use) {
 }
 
 // The first child element of this name, or nothing.
-Node child_named(const Node& parent, std::wstring_view name);
+Element child_named(const Node& parent, std::wstring_view name);
 // The next sibling element of this name, or nothing.
-Node sibling_named(const Node& node, std::wstring_view name);
+Element sibling_named(const Node& node, std::wstring_view name);
 
-Element create_element(const Document& document, std::wstring_view name);
-void set_attribute(const Element& element, const wchar_t* name, std::wstring_view value);
+void set_attribute(const Element& element, BstrView name, BstrView value);
 
-// The text of the attribute; Empty when the node is nothing, no element, or has no such attribute.
-Variant attribute(const Node& node, const wchar_t* name);
+// The text of the attribute; Empty when the element is nothing or has no such attribute.
+Variant attribute(const Element& element, BstrView name);
+// The same for any node: Empty when it is no element.
+Variant attribute(const Node& node, BstrView name);
 
 }  // namespace dom

@@ -3,20 +3,20 @@
 namespace tessera {
 
 using automation::Bstr;
+using automation::BstrView;
+using namespace automation::literals;
 
 namespace {
 
-constexpr wchar_t source_text[] = L"Tessera.Document";
-constexpr MemberName get_pointer{source_text, L"Property Get 'Pointer'"};
-constexpr MemberName let_pointer{source_text, L"Property Let 'Pointer'"};
+constexpr RecordClass record_class{L"Tessera.Document", L"Document"_bstr, L"1"_bstr};
+constexpr MemberName get_pointer{record_class.source, L"Property Get 'Pointer'"};
+constexpr MemberName let_pointer{record_class.source, L"Property Let 'Pointer'"};
 
-constexpr wchar_t item_pointer[] = L"Pointer";
+constexpr BstrView item_pointer = L"Pointer"_bstr;
 
 }  // namespace
 
-const wchar_t* Document::source() const noexcept {
-    return source_text;
-}
+Document::Document() noexcept : Record(record_class) {}
 
 void Document::set_pointer(std::wstring_view pointer) noexcept {
     guarded(let_pointer, [&] { pointer_ = Bstr(pointer); });

@@ -3,7 +3,6 @@
 
 #include "automation/object.h"
 #include "content/record.h"
-#include "tessera.h"
 
 namespace tessera {
 
@@ -11,15 +10,14 @@ class Document : public automation::Object<Document, ITesseraDocument>, public R
   public:
     static constexpr CLSID class_id = __uuidof(::Document);
 
+    Document() noexcept;
+
     void set_pointer(std::wstring_view pointer) noexcept;
 
     STDMETHODIMP get_Pointer(BSTR* Result) override;
     STDMETHODIMP put_Pointer(BSTR NewValue) override;
 
-    const wchar_t* TitleIdent() const noexcept override { return L"Document"; }
-
   protected:
-    const wchar_t* source() const noexcept override;
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
     void read_items(const dom::Node& title, std::int16_t version) override;
 

@@ -3,67 +3,81 @@
 namespace tessera {
 
 using automation::Bstr;
+using automation::BstrView;
 using automation::ComPtr;
 using automation::get;
-using automation::view_of;
+using namespace automation::literals;
 
 namespace {
 
+constexpr RecordClass record_class{L"Tessera.KelosObject", L"KelosObject"_bstr, L"1"_bstr};
+
 constexpr MemberName member(const wchar_t* label) {
-    return {L"Tessera.KelosObject", label};
+    return {record_class.source, label};
 }
 
-constexpr wchar_t item_uid[] = L"SystemUID";
-constexpr wchar_t item_type[] = L"SystemType";
-constexpr wchar_t item_path[] = L"PathFullName";
+constexpr MemberName get_object = member(L"Property Get 'Object'");
+
+constexpr BstrView item_uid = L"SystemUID"_bstr;
+constexpr BstrView item_type = L"SystemType"_bstr;
+constexpr BstrView item_path = L"PathFullName"_bstr;
 
 }  // namespace
 
-STDMETHODIMP KelosObject::get_Object(IKelosObject** Result) {
-    return trapped(Result, member(L"Property Get 'Object'"), [&](auto& result) {
-        if (workset_ && !object_ && !system_uid_.empty() && system_type_ > 0) {
-            load_by_type_and_uid();
-            if (!object_ && !path_full_name_.empty()) find_by_path();
-        }
-        result = object_;
+KelosObject::KelosObject() noexcept : Record(record_class) {}
+
+ComPtr<IKelosObject> KelosObject::object() noexcept {
+    guarded(get_object, [&] {
+        if (!workset_ || object_ || system_uid_.empty() || system_type_ <= 0) return;
+        load_by_type_and_uid();
+        if (!object_ && !path_full_name_.empty()) find_by_path();
+    });
+    return object_;
+}
+
+void KelosObject::set_object(IKelosObject* object, const wchar_t* label) noexcept {
+    guarded(member(label), [&] {
+        object_ = object;
+        read_identity();
     });
 }
 
+STDMETHODIMP KelosObject::get_Object(IKelosObject** Result) {
+    return answer(Result, get_object, [&] { return object(); });
+}
+
 STDMETHODIMP KelosObject::put_Object(IKelosObject* NewValue) {
-    return trapped(member(L"Property Let 'Object'"), [&] { store(NewValue); });
+    set_object(NewValue);
+    return S_OK;
 }
 
 STDMETHODIMP KelosObject::putref_Object(IKelosObject* NewValue) {
-    return trapped(member(L"Property Set 'Object'"), [&] { store(NewValue); });
+    set_object(NewValue, L"Property Set 'Object'");
+    return S_OK;
 }
 
 STDMETHODIMP KelosObject::get_SystemUID(BSTR* Result) {
-    return trapped(Result, member(L"Property Get 'SystemUID'"),
-                   [&](Bstr& result) { result = system_uid_; });
+    return give(Result, system_uid_, member(L"Property Get 'SystemUID'"));
 }
 
 STDMETHODIMP KelosObject::put_SystemUID(BSTR NewValue) {
-    return trapped(member(L"Property Let 'SystemUID'"),
-                   [&] { system_uid_ = Bstr(view_of(NewValue)); });
+    return keep(system_uid_, NewValue, member(L"Property Let 'SystemUID'"));
 }
 
 STDMETHODIMP KelosObject::get_PathFullName(BSTR* Result) {
-    return trapped(Result, member(L"Property Get 'PathFullName'"),
-                   [&](Bstr& result) { result = path_full_name_; });
+    return give(Result, path_full_name_, member(L"Property Get 'PathFullName'"));
 }
 
 STDMETHODIMP KelosObject::put_PathFullName(BSTR NewValue) {
-    return trapped(member(L"Property Let 'PathFullName'"),
-                   [&] { path_full_name_ = Bstr(view_of(NewValue)); });
+    return keep(path_full_name_, NewValue, member(L"Property Let 'PathFullName'"));
 }
 
 STDMETHODIMP KelosObject::get_SystemType(long* Result) {
-    return trapped(Result, member(L"Property Get 'SystemType'"),
-                   [&](long& result) { result = system_type_; });
+    return give(Result, system_type_, member(L"Property Get 'SystemType'"));
 }
 
 STDMETHODIMP KelosObject::put_SystemType(long NewValue) {
-    return trapped(member(L"Property Let 'SystemType'"), [&] { system_type_ = NewValue; });
+    return keep(system_type_, NewValue);
 }
 
 void KelosObject::write_items(ArchiveNode& title, ArchiveNode&) {
@@ -84,18 +98,17 @@ void KelosObject::read_items(const dom::Node& title, std::int16_t) {
     if (!object_) find_by_path();
 }
 
-void KelosObject::store(IKelosObject* object) {
-    object_ = object;
-    if (!object) {
+void KelosObject::read_identity() {
+    if (!object_) {
         system_uid_ = Bstr();
         path_full_name_ = Bstr();
         system_type_ = 0;
         return;
     }
-    system_uid_ = get(object, &IKelosObject::get_SystemUID);
-    system_type_ = get(object, &IKelosObject::get_SystemType);
-    const auto project = get(object, &IKelosObject::get_Project);
-    path_full_name_ = get(object, &IKelosObject::get_PathFullName, project.get());
+    system_uid_ = get(object_, &IKelosObject::get_SystemUID);
+    system_type_ = get(object_, &IKelosObject::get_SystemType);
+    const auto project = get(object_, &IKelosObject::get_Project);
+    path_full_name_ = get(object_, &IKelosObject::get_PathFullName, project.get());
 }
 
 void KelosObject::load_by_type_and_uid() {

@@ -3,7 +3,6 @@
 
 #include "automation/object.h"
 #include "content/record.h"
-#include "tessera.h"
 
 namespace tessera {
 
@@ -12,6 +11,14 @@ namespace tessera {
 class KelosObject : public automation::Object<KelosObject, ITesseraKelosObject>, public Record {
   public:
     static constexpr CLSID class_id = __uuidof(::KelosObject);
+
+    KelosObject() noexcept;
+
+    void set_workset(automation::ComPtr<IKelosWorkset> workset) { workset_ = std::move(workset); }
+    // The host object; it is looked for first when only its identity is known.
+    automation::ComPtr<IKelosObject> object() noexcept;
+    // Keeps the object with its identity; nothing clears them.
+    void set_object(IKelosObject* object, const wchar_t* label = L"Property Let 'Object'") noexcept;
 
     STDMETHODIMP get_Object(IKelosObject** Result) override;
     STDMETHODIMP put_Object(IKelosObject* NewValue) override;
@@ -23,16 +30,12 @@ class KelosObject : public automation::Object<KelosObject, ITesseraKelosObject>,
     STDMETHODIMP get_SystemType(long* Result) override;
     STDMETHODIMP put_SystemType(long NewValue) override;
 
-    void set_workset(automation::ComPtr<IKelosWorkset> workset) { workset_ = std::move(workset); }
-    const wchar_t* TitleIdent() const noexcept override { return L"KelosObject"; }
-
   protected:
-    const wchar_t* source() const noexcept override { return L"Tessera.KelosObject"; }
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
     void read_items(const dom::Node& title, std::int16_t version) override;
 
   private:
-    void store(IKelosObject* object);
+    void read_identity();
     void load_by_type_and_uid();
     void find_by_path();
 

@@ -6,21 +6,28 @@
 namespace tessera {
 
 using automation::Bstr;
+using automation::BstrView;
 using automation::Variant;
 using automation::view_of;
+using namespace automation::literals;
 
 namespace {
 
+constexpr RecordClass record_class{L"Tessera.Property", L"Property"_bstr, L"2"_bstr};
+
 constexpr MemberName member(const wchar_t* label) {
-    return {L"Tessera.Property", label};
+    return {record_class.source, label};
 }
 
-constexpr wchar_t item_get_name[] = L"GetName";
-constexpr wchar_t item_set_name[] = L"SetName";
-constexpr wchar_t item_get_parameter[] = L"GetParameter";
-constexpr wchar_t item_set_parameter[] = L"SetParameter";
-constexpr wchar_t item_unit[] = L"PhysUnit";
-constexpr wchar_t item_query_property[] = L"QDefProperty";
+constexpr MemberName let_get_parameter = member(L"Property Let 'GetParameter'");
+constexpr MemberName let_set_parameter = member(L"Property Let 'SetParameter'");
+
+constexpr BstrView item_get_name = L"GetName"_bstr;
+constexpr BstrView item_set_name = L"SetName"_bstr;
+constexpr BstrView item_get_parameter = L"GetParameter"_bstr;
+constexpr BstrView item_set_parameter = L"SetParameter"_bstr;
+constexpr BstrView item_unit = L"PhysUnit"_bstr;
+constexpr BstrView item_query_property = L"QDefProperty"_bstr;
 
 // Titles before this version have no query property.
 constexpr std::int16_t version_with_query_property = 2;
@@ -44,71 +51,85 @@ void pair_parameters(const Variant& given, Variant& other) {
 
 }  // namespace
 
-STDMETHODIMP Property::get_GetName(BSTR* Result) {
-    return trapped(Result, member(L"Property Get 'GetName'"),
-                   [&](Bstr& result) { result = get_name_; });
-}
+Property::Property() noexcept : Record(record_class) {}
 
-STDMETHODIMP Property::put_GetName(BSTR NewValue) {
-    return trapped(member(L"Property Let 'GetName'"), [&] {
-        get_name_ = Bstr(view_of(NewValue));
+void Property::set_get_name(std::wstring_view name) noexcept {
+    guarded(member(L"Property Let 'GetName'"), [&] {
+        get_name_ = Bstr(name);
         pair_names(get_name_, set_name_);
     });
 }
 
-STDMETHODIMP Property::get_SetName(BSTR* Result) {
-    return trapped(Result, member(L"Property Get 'SetName'"),
-                   [&](Bstr& result) { result = set_name_; });
-}
-
-STDMETHODIMP Property::put_SetName(BSTR NewValue) {
-    return trapped(member(L"Property Let 'SetName'"), [&] {
-        set_name_ = Bstr(view_of(NewValue));
+void Property::set_set_name(std::wstring_view name) noexcept {
+    guarded(member(L"Property Let 'SetName'"), [&] {
+        set_name_ = Bstr(name);
         pair_names(set_name_, get_name_);
     });
 }
 
-STDMETHODIMP Property::get_GetParameter(VARIANT* Result) {
-    return trapped(Result, member(L"Property Get 'GetParameter'"),
-                   [&](Variant& result) { result = get_parameter_; });
-}
-
-STDMETHODIMP Property::put_GetParameter(VARIANT NewValue) {
-    return trapped(member(L"Property Let 'GetParameter'"), [&] {
-        get_parameter_ = Variant::value_of(NewValue);
+void Property::set_get_parameter(Variant parameter) noexcept {
+    guarded(let_get_parameter, [&] {
+        get_parameter_ = std::move(parameter);
         pair_parameters(get_parameter_, set_parameter_);
     });
 }
 
-STDMETHODIMP Property::get_SetParameter(VARIANT* Result) {
-    return trapped(Result, member(L"Property Get 'SetParameter'"),
-                   [&](Variant& result) { result = set_parameter_; });
-}
-
-STDMETHODIMP Property::put_SetParameter(VARIANT NewValue) {
-    return trapped(member(L"Property Let 'SetParameter'"), [&] {
-        set_parameter_ = Variant::value_of(NewValue);
+void Property::set_set_parameter(Variant parameter) noexcept {
+    guarded(let_set_parameter, [&] {
+        set_parameter_ = std::move(parameter);
         pair_parameters(set_parameter_, get_parameter_);
     });
 }
 
+STDMETHODIMP Property::get_GetName(BSTR* Result) {
+    return give(Result, get_name_, member(L"Property Get 'GetName'"));
+}
+
+STDMETHODIMP Property::put_GetName(BSTR NewValue) {
+    set_get_name(view_of(NewValue));
+    return S_OK;
+}
+
+STDMETHODIMP Property::get_SetName(BSTR* Result) {
+    return give(Result, set_name_, member(L"Property Get 'SetName'"));
+}
+
+STDMETHODIMP Property::put_SetName(BSTR NewValue) {
+    set_set_name(view_of(NewValue));
+    return S_OK;
+}
+
+STDMETHODIMP Property::get_GetParameter(VARIANT* Result) {
+    return give(Result, get_parameter_, member(L"Property Get 'GetParameter'"));
+}
+
+STDMETHODIMP Property::put_GetParameter(VARIANT NewValue) {
+    return trapped(let_get_parameter, [&] { set_get_parameter(Variant::value_of(NewValue)); });
+}
+
+STDMETHODIMP Property::get_SetParameter(VARIANT* Result) {
+    return give(Result, set_parameter_, member(L"Property Get 'SetParameter'"));
+}
+
+STDMETHODIMP Property::put_SetParameter(VARIANT NewValue) {
+    return trapped(let_set_parameter, [&] { set_set_parameter(Variant::value_of(NewValue)); });
+}
+
 STDMETHODIMP Property::get_PhysUnit(VARIANT* Result) {
-    return trapped(Result, member(L"Property Get 'PhysUnit'"),
-                   [&](Variant& result) { result = Variant(phys_unit_); });
+    return give(Result, phys_unit_, member(L"Property Get 'PhysUnit'"));
 }
 
 STDMETHODIMP Property::put_PhysUnit(VARIANT NewValue) {
     return trapped(member(L"Property Let 'PhysUnit'"),
-                   [&] { phys_unit_ = automation::to_text(NewValue); });
+                   [&] { set_phys_unit(automation::to_text(NewValue)); });
 }
 
 STDMETHODIMP Property::get_QDefProperty(KelosQueryProperty* Result) {
-    return trapped(Result, member(L"Property Get 'QDefProperty'"),
-                   [&](KelosQueryProperty& result) { result = query_property_; });
+    return give(Result, query_property_, member(L"Property Get 'QDefProperty'"));
 }
 
 STDMETHODIMP Property::put_QDefProperty(KelosQueryProperty NewValue) {
-    return trapped(member(L"Property Let 'QDefProperty'"), [&] { query_property_ = NewValue; });
+    return keep(query_property_, NewValue);
 }
 
 void Property::write_items(ArchiveNode& title, ArchiveNode&) {
@@ -123,8 +144,8 @@ void Property::write_items(ArchiveNode& title, ArchiveNode&) {
 void Property::read_items(const dom::Node& title, std::int16_t version) {
     get_name_ = read_text(title, item_get_name);
     set_name_ = read_text(title, item_set_name);
-    get_parameter_ = XML_ReadItem(title, item_get_parameter);
-    set_parameter_ = XML_ReadItem(title, item_set_parameter);
+    get_parameter_ = XML_ReadItem(title, item_get_parameter.view());
+    set_parameter_ = XML_ReadItem(title, item_set_parameter.view());
     phys_unit_ = read_text(title, item_unit);
     if (version >= version_with_query_property)
         query_property_ = static_cast<KelosQueryProperty>(read_long(title, item_query_property));

@@ -3,7 +3,6 @@
 
 #include "automation/object.h"
 #include "content/record.h"
-#include "tessera.h"
 
 namespace tessera {
 
@@ -12,6 +11,16 @@ namespace tessera {
 class Property : public automation::Object<Property, ITesseraProperty>, public Record {
   public:
     static constexpr CLSID class_id = __uuidof(::Property);
+
+    Property() noexcept;
+
+    void set_get_name(std::wstring_view name) noexcept;
+    void set_set_name(std::wstring_view name) noexcept;
+    void set_get_parameter(automation::Variant parameter) noexcept;
+    void set_set_parameter(automation::Variant parameter) noexcept;
+    const automation::Variant& get_parameter() const noexcept { return get_parameter_; }
+    void set_phys_unit(automation::Bstr unit) noexcept { phys_unit_ = std::move(unit); }
+    void set_query_property(KelosQueryProperty property) noexcept { query_property_ = property; }
 
     STDMETHODIMP get_GetName(BSTR* Result) override;
     STDMETHODIMP put_GetName(BSTR NewValue) override;
@@ -26,11 +35,7 @@ class Property : public automation::Object<Property, ITesseraProperty>, public R
     STDMETHODIMP get_QDefProperty(KelosQueryProperty* Result) override;
     STDMETHODIMP put_QDefProperty(KelosQueryProperty NewValue) override;
 
-    const wchar_t* TitleIdent() const noexcept override { return L"Property"; }
-
   protected:
-    const wchar_t* source() const noexcept override { return L"Tessera.Property"; }
-    const wchar_t* version() const noexcept override { return L"2"; }
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
     void read_items(const dom::Node& title, std::int16_t version) override;
 

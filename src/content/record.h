@@ -4,42 +4,61 @@
 
 #include "archive/xml_publics.h"
 #include "host/error_boundary.h"
+#include "tessera.h"
 
 namespace tessera {
+
+// What distinguishes the classes of records.
+struct RecordClass {
+    const wchar_t* source;  // of error reports
+    automation::BstrView title;
+    automation::BstrView version;
+};
 
 // The internal members of a record. Not on any automation interface: only a `Tessera` object calls
 // them, on records that it owns.
 class Record {
   public:
-    virtual const wchar_t* TitleIdent() const noexcept = 0;
+    // The name of the record's element.
+    automation::BstrView title_name() const noexcept { return record_class_.title; }
 
     // Writes the record below the owner (a new document when nothing) and returns its title.
-    ArchiveNode get_XMLNode(ArchiveNode& owner);
+    ArchiveNode write_below(ArchiveNode& owner) noexcept;
     // Reads the record from the title, or from its title below the owner. Does nothing for two
     // nothings.
-    void put_XMLNode(const dom::Node& owner, const dom::Node& title);
+    void read_from(const dom::Node& owner, const dom::Node& title) noexcept;
 
   protected:
+    explicit Record(const RecordClass& record_class) noexcept : record_class_(record_class) {}
     ~Record() = default;
 
-    // Source text of error reports.
-    virtual const wchar_t* source() const noexcept = 0;
-    virtual const wchar_t* version() const noexcept { return L"1"; }
     virtual void write_items(ArchiveNode& title, ArchiveNode& owner) = 0;
     // The title may be nothing; a record then stays as it is unless it says otherwise.
     virtual void read(const dom::Node& owner, const dom::Node& title);
     virtual void read_items(const dom::Node& title, std::int16_t version) = 0;
+
+  private:
+    const RecordClass& record_class_;
 };
 
 // Items of a record: written with the type that a field has, read back into it.
-void write_text(ArchiveNode& title, const wchar_t* name, const automation::Bstr& value);
-void write_long(ArchiveNode& title, const wchar_t* name, long value);
-void write_short(ArchiveNode& title, const wchar_t* name, std::int16_t value);
-void write_bool(ArchiveNode& title, const wchar_t* name, bool value);
+void write_text(ArchiveNode& title, automation::BstrView name, automation::BstrView value);
+void write_long(ArchiveNode& title, automation::BstrView name, long value);
+void write_short(ArchiveNode& title, automation::BstrView name, std::int16_t value);
+void write_bool(ArchiveNode& title, automation::BstrView name, bool value);
 
-automation::Bstr read_text(const dom::Node& title, const wchar_t* name);
-long read_long(const dom::Node& title, const wchar_t* name);
-std::int16_t read_short(const dom::Node& title, const wchar_t* name);
-bool read_bool(const dom::Node& title, const wchar_t* name);
+automation::Bstr read_text(const dom::Node& title, automation::BstrView name);
+long read_long(const dom::Node& title, automation::BstrView name);
+std::int16_t read_short(const dom::Node& title, automation::BstrView name);
+bool read_bool(const dom::Node& title, automation::BstrView name);
+
+// How records keep variants: strings in office form, everything else as it came.
+
+// What to keep of a value that is given in the form `type` under the locale.
+automation::Variant stored_form(automation::Variant value, uceDataType type, long lcid);
+// What to give for a kept value when it is wanted in the form `type`.
+automation::Variant given_form(const automation::Variant& stored, uceDataType type, long lcid);
+// Re-reads a kept string under another locale; every other value stays.
+void change_locale(automation::Variant& stored, long from_lcid, long to_lcid);
 
 }  // namespace tessera

@@ -1,88 +1,108 @@
 #include "content/value.h"
 
-#include "content/text_variant.h"
-
 namespace tessera {
 
 using automation::Bstr;
+using automation::BstrView;
 using automation::Variant;
 using automation::view_of;
+using namespace automation::literals;
 
 namespace {
 
+constexpr RecordClass record_class{L"Tessera.Value", L"Value"_bstr, L"1"_bstr};
+
 constexpr MemberName member(const wchar_t* label) {
-    return {L"Tessera.Value", label};
+    return {record_class.source, label};
 }
 
-constexpr wchar_t item_lcid[] = L"LCID";
-constexpr wchar_t item_kelos_value[] = L"KelosValue";
-constexpr wchar_t item_document_value[] = L"DocumentValue";
-constexpr wchar_t item_io_mode[] = L"IOMode";
-constexpr wchar_t item_all_numeric[] = L"AllValuesNumeric";
-constexpr wchar_t item_stay_empty[] = L"EmptyNumericValueStayEmpty";
+constexpr MemberName let_kelos_value = member(L"Property Let 'KelosValue'");
+constexpr MemberName let_document_value = member(L"Property Let 'DocumentValue'");
+
+constexpr BstrView item_lcid = L"LCID"_bstr;
+constexpr BstrView item_kelos_value = L"KelosValue"_bstr;
+constexpr BstrView item_document_value = L"DocumentValue"_bstr;
+constexpr BstrView item_io_mode = L"IOMode"_bstr;
+constexpr BstrView item_all_numeric = L"AllValuesNumeric"_bstr;
+constexpr BstrView item_stay_empty = L"EmptyNumericValueStayEmpty"_bstr;
 
 }  // namespace
 
-STDMETHODIMP Value::get_KelosValue(uceDataType VType, VARIANT* Result) {
-    return trapped(Result, member(L"Property Get 'KelosValue'"),
-                   [&](Variant& result) { result = given_form(kelos_value_, VType, lcid_); });
+Value::Value() noexcept : Record(record_class) {}
+
+void Value::set_kelos_value(uceDataType type, Variant value) noexcept {
+    guarded(let_kelos_value, [&] { kelos_value_ = stored_form(std::move(value), type, lcid_); });
 }
 
-STDMETHODIMP Value::put_KelosValue(uceDataType VType, VARIANT NewValue) {
-    return trapped(member(L"Property Let 'KelosValue'"),
-                   [&] { kelos_value_ = stored_form(NewValue, VType, lcid_); });
+void Value::set_document_value(uceDataType type, Variant value) noexcept {
+    guarded(let_document_value,
+            [&] { document_value_ = stored_form(std::move(value), type, lcid_); });
 }
 
-STDMETHODIMP Value::get_DocumentValue(uceDataType VType, VARIANT* Result) {
-    return trapped(Result, member(L"Property Get 'DocumentValue'"),
-                   [&](Variant& result) { result = given_form(document_value_, VType, lcid_); });
-}
-
-STDMETHODIMP Value::put_DocumentValue(uceDataType VType, VARIANT NewValue) {
-    return trapped(member(L"Property Let 'DocumentValue'"),
-                   [&] { document_value_ = stored_form(NewValue, VType, lcid_); });
-}
-
-STDMETHODIMP Value::get_LCID(short* Result) {
-    return trapped(Result, member(L"Property Get 'LCID'"), [&](short& result) { result = lcid_; });
-}
-
-STDMETHODIMP Value::put_LCID(short NewValue) {
-    return trapped(member(L"Property Let 'LCID'"), [&] {
-        const std::int16_t old = std::exchange(lcid_, NewValue);
+void Value::set_lcid(std::int16_t lcid) noexcept {
+    guarded(member(L"Property Let 'LCID'"), [&] {
+        const std::int16_t old = std::exchange(lcid_, lcid);
         change_locale(kelos_value_, old, lcid_);
         change_locale(document_value_, old, lcid_);
     });
 }
 
+void Value::set_io_mode(std::wstring_view mode) noexcept {
+    guarded(member(L"Property Let 'IOMode'"), [&] { io_mode_ = Bstr(mode); });
+}
+
+STDMETHODIMP Value::get_KelosValue(uceDataType VType, VARIANT* Result) {
+    return answer(Result, member(L"Property Get 'KelosValue'"),
+                  [&] { return given_form(kelos_value_, VType, lcid_); });
+}
+
+STDMETHODIMP Value::put_KelosValue(uceDataType VType, VARIANT NewValue) {
+    return trapped(let_kelos_value, [&] { set_kelos_value(VType, Variant::value_of(NewValue)); });
+}
+
+STDMETHODIMP Value::get_DocumentValue(uceDataType VType, VARIANT* Result) {
+    return answer(Result, member(L"Property Get 'DocumentValue'"),
+                  [&] { return given_form(document_value_, VType, lcid_); });
+}
+
+STDMETHODIMP Value::put_DocumentValue(uceDataType VType, VARIANT NewValue) {
+    return trapped(let_document_value,
+                   [&] { set_document_value(VType, Variant::value_of(NewValue)); });
+}
+
+STDMETHODIMP Value::get_LCID(short* Result) {
+    return give(Result, lcid_, member(L"Property Get 'LCID'"));
+}
+
+STDMETHODIMP Value::put_LCID(short NewValue) {
+    set_lcid(NewValue);
+    return S_OK;
+}
+
 STDMETHODIMP Value::get_IOMode(BSTR* Result) {
-    return trapped(Result, member(L"Property Get 'IOMode'"),
-                   [&](Bstr& result) { result = io_mode_; });
+    return give(Result, io_mode_, member(L"Property Get 'IOMode'"));
 }
 
 STDMETHODIMP Value::put_IOMode(BSTR NewValue) {
-    return trapped(member(L"Property Let 'IOMode'"), [&] { io_mode_ = Bstr(view_of(NewValue)); });
+    set_io_mode(view_of(NewValue));
+    return S_OK;
 }
 
 STDMETHODIMP Value::get_AllValuesNumeric(VARIANT_BOOL* Result) {
-    return trapped(Result, member(L"Property Get 'AllValuesNumeric'"),
-                   [&](VARIANT_BOOL& result) { result = as_variant_bool(all_values_numeric_); });
+    return give(Result, all_values_numeric_, member(L"Property Get 'AllValuesNumeric'"));
 }
 
 STDMETHODIMP Value::put_AllValuesNumeric(VARIANT_BOOL NewValue) {
-    return trapped(member(L"Property Let 'AllValuesNumeric'"),
-                   [&] { all_values_numeric_ = NewValue != VARIANT_FALSE; });
+    return keep(all_values_numeric_, NewValue);
 }
 
 STDMETHODIMP Value::get_EmptyNumericValueStayEmpty(VARIANT_BOOL* Result) {
-    return trapped(
-        Result, member(L"Property Get 'EmptyNumericValueStayEmpty'"),
-        [&](VARIANT_BOOL& result) { result = as_variant_bool(empty_numeric_value_stay_empty_); });
+    return give(Result, empty_numeric_value_stay_empty_,
+                member(L"Property Get 'EmptyNumericValueStayEmpty'"));
 }
 
 STDMETHODIMP Value::put_EmptyNumericValueStayEmpty(VARIANT_BOOL NewValue) {
-    return trapped(member(L"Property Let 'EmptyNumericValueStayEmpty'"),
-                   [&] { empty_numeric_value_stay_empty_ = NewValue != VARIANT_FALSE; });
+    return keep(empty_numeric_value_stay_empty_, NewValue);
 }
 
 void Value::write_items(ArchiveNode& title, ArchiveNode&) {
@@ -96,8 +116,8 @@ void Value::write_items(ArchiveNode& title, ArchiveNode&) {
 
 void Value::read_items(const dom::Node& title, std::int16_t) {
     lcid_ = read_short(title, item_lcid);
-    kelos_value_ = XML_ReadItem(title, item_kelos_value);
-    document_value_ = XML_ReadItem(title, item_document_value);
+    kelos_value_ = XML_ReadItem(title, item_kelos_value.view());
+    document_value_ = XML_ReadItem(title, item_document_value.view());
     io_mode_ = read_text(title, item_io_mode);
     all_values_numeric_ = read_bool(title, item_all_numeric);
     empty_numeric_value_stay_empty_ = read_bool(title, item_stay_empty);

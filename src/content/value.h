@@ -3,7 +3,6 @@
 
 #include "automation/object.h"
 #include "content/record.h"
-#include "tessera.h"
 
 namespace tessera {
 
@@ -11,6 +10,18 @@ namespace tessera {
 class Value : public automation::Object<Value, ITesseraValue>, public Record {
   public:
     static constexpr CLSID class_id = __uuidof(::Value);
+
+    Value() noexcept;
+
+    void set_kelos_value(uceDataType type, automation::Variant value) noexcept;
+    void set_document_value(uceDataType type, automation::Variant value) noexcept;
+    // The values that are there are re-read under the new locale.
+    void set_lcid(std::int16_t lcid) noexcept;
+    void set_io_mode(std::wstring_view mode) noexcept;
+    void set_all_values_numeric(bool numeric) noexcept { all_values_numeric_ = numeric; }
+    void set_empty_numeric_value_stay_empty(bool stay) noexcept {
+        empty_numeric_value_stay_empty_ = stay;
+    }
 
     STDMETHODIMP get_KelosValue(uceDataType VType, VARIANT* Result) override;
     STDMETHODIMP put_KelosValue(uceDataType VType, VARIANT NewValue) override;
@@ -25,10 +36,7 @@ class Value : public automation::Object<Value, ITesseraValue>, public Record {
     STDMETHODIMP get_EmptyNumericValueStayEmpty(VARIANT_BOOL* Result) override;
     STDMETHODIMP put_EmptyNumericValueStayEmpty(VARIANT_BOOL NewValue) override;
 
-    const wchar_t* TitleIdent() const noexcept override { return L"Value"; }
-
   protected:
-    const wchar_t* source() const noexcept override { return L"Tessera.Value"; }
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
     void read_items(const dom::Node& title, std::int16_t version) override;
 

@@ -3,7 +3,6 @@
 
 #include "automation/object.h"
 #include "content/record.h"
-#include "tessera.h"
 
 namespace tessera {
 
@@ -14,6 +13,16 @@ class ValueItem : public automation::Object<ValueItem, ITesseraValueItem>, publi
     static constexpr GUID private_id = {
         0x3f1c7d52, 0x9a04, 0x4e6b, {0xb1, 0x5d, 0x27, 0x8e, 0x60, 0xc4, 0xaf, 0x13}};
 
+    ValueItem() noexcept;
+
+    void SetDisplayValue(uceDataType type, automation::Variant value) noexcept;
+    void SetValue(uceDataType type, automation::Variant value) noexcept;
+    // The same for what an automation caller gives, which may be a reference.
+    void SetDisplayValue(uceDataType type, const VARIANT& value) noexcept;
+    void SetValue(uceDataType type, const VARIANT& value) noexcept;
+    // The values that are there are re-read under the new locale.
+    void set_lcid(std::int16_t lcid) noexcept;
+
     STDMETHODIMP get_DisplayValue(uceDataType VType, VARIANT* Result) override;
     STDMETHODIMP put_DisplayValue(uceDataType VType, VARIANT NewValue) override;
     STDMETHODIMP putref_DisplayValue(uceDataType VType, VARIANT NewValue) override;
@@ -23,17 +32,11 @@ class ValueItem : public automation::Object<ValueItem, ITesseraValueItem>, publi
     STDMETHODIMP get_LCID(short* Result) override;
     STDMETHODIMP put_LCID(short NewValue) override;
 
-    const wchar_t* TitleIdent() const noexcept override { return L"ValueItem"; }
-
   protected:
-    const wchar_t* source() const noexcept override { return L"Tessera.ValueItem"; }
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
     void read_items(const dom::Node& title, std::int16_t version) override;
 
   private:
-    void SetDisplayValue(uceDataType type, const VARIANT& value) noexcept;
-    void SetValue(uceDataType type, const VARIANT& value) noexcept;
-
     automation::Variant display_value_;
     automation::Variant value_;
     std::int16_t lcid_ = 0;

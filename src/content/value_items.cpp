@@ -6,16 +6,20 @@
 
 namespace tessera {
 
+using automation::BstrView;
 using automation::ComPtr;
 using automation::Variant;
+using namespace automation::literals;
 
 namespace {
 
+constexpr RecordClass record_class{L"Tessera.ValueItems", L"ValueItems"_bstr, L"1"_bstr};
+
 constexpr MemberName member(const wchar_t* label) {
-    return {L"Tessera.ValueItems", label};
+    return {record_class.source, label};
 }
 
-constexpr wchar_t item_presentation[] = L"Presentation";
+constexpr BstrView item_presentation = L"Presentation"_bstr;
 constexpr long append_index = -1;
 
 // Somebody else's implementation of the interface could not write itself into the document.
@@ -27,14 +31,14 @@ ComPtr<ValueItem> own_item(IUnknown* item) {
 
 }  // namespace
 
+ValueItems::ValueItems() noexcept : Record(record_class) {}
+
 STDMETHODIMP ValueItems::get_Presentation(KelosPresentation* Result) {
-    return trapped(Result, member(L"Public Property Get 'Presentation'"),
-                   [&](KelosPresentation& result) { result = presentation_; });
+    return give(Result, presentation_, member(L"Public Property Get 'Presentation'"));
 }
 
 STDMETHODIMP ValueItems::put_Presentation(KelosPresentation NewValue) {
-    presentation_ = NewValue;
-    return S_OK;
+    return keep(presentation_, NewValue);
 }
 
 STDMETHODIMP ValueItems::Add(ITesseraValueItem* VItem, long Index, long* Result) {
@@ -47,36 +51,38 @@ STDMETHODIMP ValueItems::Add(ITesseraValueItem* VItem, long Index, long* Result)
 STDMETHODIMP ValueItems::AddNew(VARIANT Value, VARIANT DisplayValue, short LCID,
                                 uceDataType ValueType, uceDataType DisplayValueType, long Index,
                                 ITesseraValueItem** Result) {
-    return trapped(Result, member(L"Public Function 'AddNew'"), [&](auto& result) {
-        const auto item = automation::make<ValueItem>();
-        item->put_LCID(LCID);
-        item->put_Value(ValueType, Value);
-        item->put_DisplayValue(DisplayValueType, DisplayValue);
+    return answer(Result, member(L"Public Function 'AddNew'"), [&] {
+        auto item = automation::make<ValueItem>();
+        item->set_lcid(LCID);
+        item->SetValue(ValueType, Value);
+        item->SetDisplayValue(DisplayValueType, DisplayValue);
         insert(item, Index);
-        result = item->main_pointer();
+        return item;
     });
 }
 
 STDMETHODIMP ValueItems::get_Count(long* Result) {
-    return trapped(Result, member(L"Public Property Get 'Count'"),
-                   [&](long& result) { result = count(); });
+    return give(Result, count(), member(L"Public Property Get 'Count'"));
 }
 
 STDMETHODIMP ValueItems::get_Item(long Index, ITesseraValueItem** Result) {
-    return trapped(Result, member(L"Public Property Get 'Item'"), [&](auto& result) {
-        if (holds_position(Index))
-            result = items_[static_cast<std::size_t>(Index - 1)]->main_pointer();
-    });
+    return answer(Result, member(L"Public Property Get 'Item'"), [&] { return item(Index); });
 }
 
 STDMETHODIMP ValueItems::Remove(VARIANT ItemIdent, ITesseraValueItem** Result) {
-    return trapped(Result, member(L"Public Function 'Remove'"), [&](auto& result) {
-        const long position = position_of(Variant::value_of(ItemIdent));
-        if (!holds_position(position)) return;
-        const auto found = items_.begin() + (position - 1);
-        result = (*found)->main_pointer();
-        items_.erase(found);
-    });
+    return answer(Result, member(L"Public Function 'Remove'"),
+                  [&] { return remove(Variant::value_of(ItemIdent)); });
+}
+
+ComPtr<ValueItem> ValueItems::item(long position) const {
+    return holds_position(position) ? items_[static_cast<std::size_t>(position - 1)] : nullptr;
+}
+
+ComPtr<ValueItem> ValueItems::remove(const VARIANT& ident) {
+    const long position = position_of(ident);
+    ComPtr<ValueItem> removed = item(position);
+    if (removed) items_.erase(items_.begin() + (position - 1));
+    return removed;
 }
 
 // -1, positions beyond the end and any position in an empty list append; 0 and the other negative
@@ -104,7 +110,7 @@ long ValueItems::position_of(const VARIANT& ident) const {
 // The presentation is the owner's item, a sibling of the list.
 void ValueItems::write_items(ArchiveNode& title, ArchiveNode& owner) {
     for (const ComPtr<ValueItem>& item : items_)
-        item->get_XMLNode(title);
+        item->write_below(title);
     write_long(owner, item_presentation, presentation_);
 }
 
@@ -117,10 +123,10 @@ void ValueItems::read(const dom::Node& owner, const dom::Node& title) {
 void ValueItems::read_items(const dom::Node& title, std::int16_t) {
     items_.clear();
     constexpr wchar_t item_title[] = L"ValueItem";
-    for (dom::Node node = dom::child_named(title, item_title); node;
-         node = dom::sibling_named(node, item_title)) {
+    for (dom::Element element = dom::child_named(title, item_title); element;
+         element = dom::sibling_named(element, item_title)) {
         const auto item = automation::make<ValueItem>();
-        item->put_XMLNode(title, node);
+        item->read_from(title, element);
         append(item);
     }
 }

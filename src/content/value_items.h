@@ -13,6 +13,15 @@ class ValueItems : public automation::Object<ValueItems, ITesseraValueItems>, pu
   public:
     static constexpr CLSID class_id = __uuidof(::ValueItems);
 
+    ValueItems() noexcept;
+
+    // Appends the item: what `Add` with the position -1 does.
+    void append(automation::ComPtr<ValueItem> item) { items_.push_back(std::move(item)); }
+    // Nothing for a position that the list does not hold.
+    automation::ComPtr<ValueItem> item(long position) const;
+    automation::ComPtr<ValueItem> remove(const VARIANT& ident);
+    void set_presentation(KelosPresentation value) noexcept { presentation_ = value; }
+
     STDMETHODIMP get_Presentation(KelosPresentation* Result) override;
     STDMETHODIMP put_Presentation(KelosPresentation NewValue) override;
     STDMETHODIMP Add(ITesseraValueItem* VItem, long Index, long* Result) override;
@@ -23,13 +32,7 @@ class ValueItems : public automation::Object<ValueItems, ITesseraValueItems>, pu
     STDMETHODIMP get_Item(long Index, ITesseraValueItem** Result) override;
     STDMETHODIMP Remove(VARIANT ItemIdent, ITesseraValueItem** Result) override;
 
-    // Appends the item: what `Add` with the position -1 does.
-    void append(automation::ComPtr<ValueItem> item) { items_.push_back(std::move(item)); }
-
-    const wchar_t* TitleIdent() const noexcept override { return L"ValueItems"; }
-
   protected:
-    const wchar_t* source() const noexcept override { return L"Tessera.ValueItems"; }
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
     void read(const dom::Node& owner, const dom::Node& title) override;
     void read_items(const dom::Node& title, std::int16_t version) override;

@@ -7,6 +7,7 @@
 namespace tessera {
 
 using automation::Bstr;
+using automation::BstrView;
 using automation::call;
 using automation::ComPtr;
 using automation::get;
@@ -24,14 +25,12 @@ void ColumnDefinition::set_property(long constant) const {
     call(definition_, &IKelosQColumnDef::put_PropertyConstant, constant);
 }
 
-void ColumnDefinition::set_parameter(std::wstring_view text) const {
-    const Bstr value(text);
-    call(definition_, &IKelosQColumnDef::put_ParameterText, value.get());
+void ColumnDefinition::set_parameter(BstrView text) const {
+    call(definition_, &IKelosQColumnDef::put_ParameterText, text.get());
 }
 
-void ColumnDefinition::set_unit(std::wstring_view unit_text) const {
-    const Bstr value(unit_text);
-    call(definition_, &IKelosQColumnDef::put_UnitText, value.get());
+void ColumnDefinition::set_unit(BstrView unit_text) const {
+    call(definition_, &IKelosQColumnDef::put_UnitText, unit_text.get());
 }
 
 void ColumnDefinition::set_lcid(std::int16_t lcid) const {

@@ -1,6 +1,7 @@
 // The host query column definition through which properties are read.
 #pragma once
 
+#include "automation/bstr_view.h"
 #include "automation/call.h"
 #include "kelos.h"
 
@@ -14,8 +15,8 @@ class ColumnDefinition {
     void create();
 
     void set_property(long constant) const;
-    void set_parameter(std::wstring_view text) const;
-    void set_unit(std::wstring_view unit_text) const;
+    void set_parameter(automation::BstrView text) const;
+    void set_unit(automation::BstrView unit_text) const;
     void set_lcid(std::int16_t lcid) const;
 
     automation::Bstr unit() const;

@@ -17,6 +17,9 @@ constexpr MemberName member(const wchar_t* label) {
     return {L"Tessera.PropByName", label};
 }
 
+constexpr MemberName eval_expression = member(L"Public Function 'EvalExpression'");
+constexpr MemberName set_value_by_expression = member(L"Public Function 'SetValueByExpression'");
+
 constexpr wchar_t global_module[] = L"Glob";
 constexpr wchar_t procedure_module[] = L"SetProp";
 constexpr wchar_t procedure[] = L"SetValue";
@@ -37,24 +40,9 @@ ScriptEngine engine_for(IDispatch* object) {
 
 }  // namespace
 
-STDMETHODIMP PropByName::get_CurrentObject(IDispatch** Result) {
-    return trapped(Result, member(L"Public Property Get 'CurrentObject'"),
-                   [&](auto& result) { result = current_object_; });
-}
-
-STDMETHODIMP PropByName::put_CurrentObject(IDispatch* NewValue) {
-    return trapped(member(L"Public Property Let 'CurrentObject'"),
-                   [&] { putref_CurrentObject(NewValue); });
-}
-
-STDMETHODIMP PropByName::putref_CurrentObject(IDispatch* NewValue) {
-    return trapped(member(L"Public Property Set 'CurrentObject'"),
-                   [&] { current_object_ = NewValue; });
-}
-
-STDMETHODIMP PropByName::EvalExpression(BSTR Expression, VARIANT* Result) {
-    return trapped(Result, member(L"Public Function 'EvalExpression'"), [&](Variant& result) {
-        const std::wstring_view expression = trim_blanks(view_of(Expression));
+Variant PropByName::evaluate(std::wstring_view expression) noexcept {
+    return guarded_result<Variant>(eval_expression, [&](Variant& result) {
+        expression = trim_blanks(expression);
         if (expression.empty() || !current_object_) return;
         result = Variant(error_marker);  // what stays when the rest fails
         result = engine_for(main_interface())
@@ -62,9 +50,9 @@ STDMETHODIMP PropByName::EvalExpression(BSTR Expression, VARIANT* Result) {
     });
 }
 
-STDMETHODIMP PropByName::SetValueByExpression(BSTR Expression, VARIANT* Result) {
-    return trapped(Result, member(L"Public Function 'SetValueByExpression'"), [&](Variant& result) {
-        const std::wstring_view expression = trim_blanks(view_of(Expression));
+Variant PropByName::set_value(std::wstring_view expression) noexcept {
+    return guarded_result<Variant>(set_value_by_expression, [&](Variant& result) {
+        expression = trim_blanks(expression);
         if (expression.empty() || !current_object_) return;
         result = Variant(error_marker);  // what stays when the rest fails
         ScriptEngine engine = engine_for(main_interface());
@@ -72,6 +60,26 @@ STDMETHODIMP PropByName::SetValueByExpression(BSTR Expression, VARIANT* Result) 
                           false);
         result = engine.run(procedure_module, procedure);
     });
+}
+
+STDMETHODIMP PropByName::get_CurrentObject(IDispatch** Result) {
+    return give(Result, current_object_, member(L"Public Property Get 'CurrentObject'"));
+}
+
+STDMETHODIMP PropByName::put_CurrentObject(IDispatch* NewValue) {
+    return keep(current_object_, NewValue);
+}
+
+STDMETHODIMP PropByName::putref_CurrentObject(IDispatch* NewValue) {
+    return keep(current_object_, NewValue);
+}
+
+STDMETHODIMP PropByName::EvalExpression(BSTR Expression, VARIANT* Result) {
+    return answer(Result, eval_expression, [&] { return evaluate(view_of(Expression)); });
+}
+
+STDMETHODIMP PropByName::SetValueByExpression(BSTR Expression, VARIANT* Result) {
+    return answer(Result, set_value_by_expression, [&] { return set_value(view_of(Expression)); });
 }
 
 }  // namespace tessera

@@ -11,6 +11,13 @@ namespace tessera {
 // engine of its own. On a failure the results are the text "<< Error >>".
 class PropByName : public automation::Object<PropByName, ITesseraPropByName> {
   public:
+    void set_current_object(automation::ComPtr<IDispatch> object) noexcept {
+        current_object_ = std::move(object);
+    }
+    // Both give nothing for an expression of blanks, and without an object.
+    automation::Variant evaluate(std::wstring_view expression) noexcept;
+    automation::Variant set_value(std::wstring_view expression) noexcept;
+
     STDMETHODIMP get_CurrentObject(IDispatch** Result) override;
     STDMETHODIMP put_CurrentObject(IDispatch* NewValue) override;
     STDMETHODIMP putref_CurrentObject(IDispatch* NewValue) override;

@@ -21,6 +21,35 @@ class SCGlobal : public automation::Object<SCGlobal, ITesseraSCGlobal> {
   public:
     static constexpr CLSID class_id = __uuidof(::SCGlobal);
 
+    // One row as the script gives it. Everything in it is lent for the call.
+    struct Row {
+        std::wstring_view pointer;
+        IKelosObject* object;
+        automation::BstrView property_name;
+        const VARIANT& parameter;
+        automation::BstrView unit_label;
+        std::wstring_view io_mode;
+        bool all_values_numeric;
+        bool empty_numeric_value_stay_empty;
+        const kelos::KnownProperty* known = nullptr;  // where it is found already
+    };
+    // Records one property of the row's object with its values; of a query document, its cells.
+    void transfer(const Row& row) noexcept;
+    // Records a fixed value.
+    void transfer_fixed(std::wstring_view pointer, const VARIANT& value, bool all_values_numeric,
+                        bool empty_numeric_value_stay_empty) noexcept;
+
+    void set_workset(automation::ComPtr<IKelosWorkset> workset) { workset_ = std::move(workset); }
+    // Keeps the document and looks for its mapping table.
+    void set_document(automation::ComPtr<IKelosDocument> document) noexcept;
+    automation::ComPtr<IKelosProject> project() noexcept;
+    // The object of the document's entry "@ReportObject", else the document's owner.
+    automation::ComPtr<IKelosObject> report_object() noexcept;
+    // The root of the content document, created on first use.
+    const ArchiveNode& contents_root() noexcept;
+    // Writes the options of the mapping table's object into the content document.
+    void AddOptionsToXml() noexcept;
+
     STDMETHODIMP ContentFix(BSTR DocPointer, VARIANT vNewValue, VARIANT_BOOL AllValuesNumeric,
                             VARIANT_BOOL EmptyNumericValueStayEmpty) override;
     STDMETHODIMP get_WorkSet(IKelosWorkset** Result) override;
@@ -34,46 +63,22 @@ class SCGlobal : public automation::Object<SCGlobal, ITesseraSCGlobal> {
                          VARIANT_BOOL AllValuesNumeric,
                          VARIANT_BOOL EmptyNumericValueStayEmpty) override;
 
-    // Internal members, for the script runner.
-    void set_workset(automation::ComPtr<IKelosWorkset> workset) { workset_ = std::move(workset); }
-    // Keeps the document and looks for its mapping table.
-    void set_document(automation::ComPtr<IKelosDocument> document) noexcept;
-    // The root of the content document, created on first use.
-    dom::Node contents_root() noexcept;
-    void set_contents_root(dom::Node root) { contents_root_ = std::move(root); }
-    // Writes the options of the mapping table's object into the content document.
-    void AddOptionsToXml() noexcept;
-
   private:
-    // One row as the script gives it. Views are valid for the call.
-    struct Row {
-        std::wstring_view pointer;
-        automation::ComPtr<IKelosObject> object;
-        std::wstring_view property_name;
-        automation::Variant parameter;
-        std::wstring_view unit_label;
-        std::wstring_view io_mode;
-        VARIANT_BOOL all_values_numeric;
-        VARIANT_BOOL empty_numeric_value_stay_empty;
-        const kelos::KnownProperty* known = nullptr;  // where it is found already
-    };
-
-    void transfer_or_expand(const Row& row) noexcept;
-    void transfer(const Row& row);
-    void QContent(const Row& row, const automation::ComPtr<IKelosDocument>& document) noexcept;
-    void query_column(const Row& row, const automation::ComPtr<IKelosResultTable>& table,
-                      const automation::ComPtr<IKelosQColumnDef>& definition, long column,
-                      const std::wstring& sheet, long target_column, long start_row);
-    // `parameter` is the text of the row's parameter.
-    void read_expression(const Row& row, std::wstring_view parameter, Tessera& content);
-    void read_column(const Row& row, std::wstring_view parameter, Tessera& content,
-                     std::int16_t lcid);
+    // How a row is recorded (row_transfer.cpp).
+    void record(const Row& row);
+    void record_expression(const Row& row, std::wstring_view parameter, Tessera& content);
+    void record_column(const Row& row, automation::BstrView parameter, Tessera& content,
+                       std::int16_t lcid);
     void choose_unit(const Row& row);
-    void build(Tessera& content);
+
+    // How a query document is expanded (query_walk.cpp).
+    void QContent(const Row& row, IKelosDocument* document) noexcept;
+    struct Target;
+    void transfer_column(const Row& row, const Target& target);
     // Nothing for an unknown number; the user is told of each once.
     const kelos::KnownProperty* GetProp(long number) noexcept;
 
-    dom::Node contents_root_;
+    ArchiveNode contents_root_;
     automation::ComPtr<IKelosWorkset> workset_;
     automation::ComPtr<IKelosDocument> document_;
     FoundMappingTable mapping_table_;

@@ -1,12 +1,14 @@
 #include "options/option_mapping_table.h"
 
+#include <string>
+
 #include "archive/xml_publics.h"
 #include "host/error_boundary.h"
-#include "options/options_trace.h"
+#include "host/service.h"
 
 namespace tessera {
 
-using automation::Variant;
+using namespace automation::literals;
 
 namespace {
 
@@ -14,16 +16,19 @@ constexpr wchar_t source[] = L"OptionMappingTable";
 
 }  // namespace
 
-ArchiveNode OptionMappingTable::get_XMLNode(ArchiveNode& owner) noexcept {
-    ArchiveNode title;
-    guarded({source, L"Friend Function 'XMLNode'"}, [&] {
-        if (!owner) owner = ArchiveNode(dom::create_document().as<IXMLDOMNode>());
-        title = XML_WriteTitle(owner, Name.view(), L"1");
-        XML_WriteAttribute(title, L"Data", Variant(Value));
-        XML_WriteAttribute(title, L"Type", Variant(ValueType));
-        trace_node(source, L"->XMLNode: returns ", title.node());
-    });
-    return title;
+ArchiveNode OptionMappingTable::write_below(ArchiveNode& owner) noexcept {
+    return guarded_result<ArchiveNode>(
+        {source, L"Friend Function 'XMLNode'"}, [&](ArchiveNode& title) {
+            if (!owner) owner = dom::create_document();
+            title = XML_WriteTitle(owner, name, L"1"_bstr);
+            XML_WriteAttribute(title, L"Data"_bstr, automation::lend(value));
+            XML_WriteAttribute(title, L"Type"_bstr, automation::lend(value_type));
+            trace_node(source, L"->XMLNode: returns ", title.node());
+        });
+}
+
+void trace_node(const wchar_t* source, const wchar_t* action, const dom::Node& node) {
+    trace(std::wstring(source).append(action).append(dom::xml(node).view()));
 }
 
 }  // namespace tessera

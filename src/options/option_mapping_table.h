@@ -13,14 +13,15 @@ class OptionMappingTable
   public:
     static constexpr CLSID class_id = __uuidof(::OptionMappingTable);
 
-    // Becomes the name of the option's element.
-    automation::Bstr Name;
-    automation::Bstr Value;
-    // Type name of the value, for example "Boolean".
-    automation::Bstr ValueType;
+    automation::Bstr name;  // becomes the name of the option's element
+    automation::Bstr value;
+    automation::Bstr value_type;  // type name of the value, for example "Boolean"
 
     // Writes the option's title below the owner (a new document when nothing) and returns it.
-    ArchiveNode get_XMLNode(ArchiveNode& owner) noexcept;
+    ArchiveNode write_below(ArchiveNode& owner) noexcept;
 };
+
+// Traces who wrote what: source, action, the node's XML text.
+void trace_node(const wchar_t* source, const wchar_t* action, const dom::Node& node);
 
 }  // namespace tessera

@@ -6,11 +6,12 @@ namespace tessera {
 
 using automation::Bstr;
 using automation::get;
+using namespace automation::literals;
 
 namespace {
 
 // The host's attribute that permits the receiving side to create missing sheets.
-constexpr wchar_t attribute_allow_sheet_creation[] = L"Y00T00192.Y00A05508";
+constexpr automation::BstrView attribute_allow_sheet_creation = L"Y00T00192.Y00A05508"_bstr;
 
 }  // namespace
 
@@ -18,13 +19,13 @@ OptionCollection SpecOptToCollConverter::Convert(IKelosObject* host_object) noex
     OptionCollection options;
     guarded({L"SpecOptToCollConverter", L"Friend Function 'Convert'"}, [&] {
         if (!host_object) return;
-        const Bstr name(attribute_allow_sheet_creation);
-        const auto attribute = get(host_object, &IKelosObject::AttributeByFullName, name.get());
+        const auto attribute = get(host_object, &IKelosObject::AttributeByFullName,
+                                   attribute_allow_sheet_creation.get());
         if (!attribute) return;
         const auto option = automation::make<OptionMappingTable>();
-        option->Name = Bstr(L"AllowSheetCreation");
-        option->Value = get(attribute, &IKelosAttribute::get_ValueText);
-        option->ValueType = Bstr(L"Boolean");
+        option->name = Bstr(L"AllowSheetCreation");
+        option->value = get(attribute, &IKelosAttribute::get_ValueText);
+        option->value_type = Bstr(L"Boolean");
         options.push_back(option);
     });
     return options;

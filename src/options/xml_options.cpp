@@ -2,23 +2,25 @@
 
 #include "archive/xml_publics.h"
 #include "host/error_boundary.h"
-#include "options/options_trace.h"
 
 namespace tessera {
+
+using namespace automation::literals;
+
 namespace {
 
 constexpr wchar_t source[] = L"XMLOptions";
 
 }  // namespace
 
-ArchiveNode XMLOptions::get_XMLNode(ArchiveNode owner, const OptionCollection* options) noexcept {
+ArchiveNode XMLOptions::write_below(ArchiveNode owner, const OptionCollection* options) noexcept {
     ArchiveNode result;
     guarded({source, L"Friend Function 'XMLNode'"}, [&] {
-        if (!owner) owner = ArchiveNode(CreateDOMDocument().as<IXMLDOMNode>());
+        if (!owner) owner = CreateDOMDocument();
         ArchiveNode root = CreateOptionsRoot(owner);
         if (!options) return;
         for (const auto& option : *options)
-            option->get_XMLNode(root);
+            option->write_below(root);
         trace_node(source, L"->XMLNode: returns ", root.node());
         result = root;
     });
@@ -37,8 +39,8 @@ dom::Document XMLOptions::CreateDOMDocument() noexcept {
 ArchiveNode XMLOptions::CreateOptionsRoot(ArchiveNode& owner) noexcept {
     ArchiveNode root;
     guarded({source, L"Friend Function 'CreateOptionsRoot'"}, [&] {
-        if (!owner) owner = ArchiveNode(CreateDOMDocument().as<IXMLDOMNode>());
-        root = XML_WriteTitle(owner, L"Options", L"1");
+        if (!owner) owner = CreateDOMDocument();
+        root = XML_WriteTitle(owner, L"Options"_bstr, L"1"_bstr);
         trace_node(source, L"->CreateOptionsRoot: returns ", root.node());
     });
     return root;

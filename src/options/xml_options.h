@@ -13,7 +13,7 @@ class XMLOptions : public automation::Object<XMLOptions, ITesseraXMLOptions> {
 
     // Writes the "Options" element with one title per option below the owner (the own document
     // when nothing) and returns it; nothing without a collection, though the element is written.
-    ArchiveNode get_XMLNode(ArchiveNode owner, const OptionCollection* options) noexcept;
+    ArchiveNode write_below(ArchiveNode owner, const OptionCollection* options) noexcept;
     // The own document, made on first use.
     dom::Document CreateDOMDocument() noexcept;
     ArchiveNode CreateOptionsRoot(ArchiveNode& owner) noexcept;

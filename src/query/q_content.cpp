@@ -39,18 +39,6 @@ Bstr text_of(const dom::Document& document) {
     return Bstr(text.append(declaration).append(xml.view()));
 }
 
-dom::Document content_document() {
-    dom::Document document;
-    automation::make<Tessera>()->CreateDOMDocument(document.put());
-    return document;
-}
-
-dom::Node contents_root(const dom::Document& document) {
-    dom::Node root;
-    automation::make<Tessera>()->CreateContentsRoot(document.get(), root.put());
-    return root;
-}
-
 }  // namespace
 
 HQuery& QContent::cursor() {
@@ -60,7 +48,7 @@ HQuery& QContent::cursor() {
 
 dom::Document QContent::columns() noexcept {
     return guarded_result<dom::Document>(xml_columns, [&](dom::Document& result) {
-        result = content_document();
+        result = Tessera::create_dom_document();
         write_columns(cursor(), result);
     });
 }
@@ -73,8 +61,8 @@ dom::Document QContent::row() noexcept {
 
 dom::Document QContent::complete() noexcept {
     return guarded_result<dom::Document>(xml_complete, [&](dom::Document& result) {
-        result = content_document();
-        write_query(cursor(), contents_root(result));
+        result = Tessera::create_dom_document();
+        write_query(cursor(), Tessera::create_contents_root(result));
     });
 }
 

@@ -20,36 +20,29 @@ std::int16_t short_lcid(long lcid) {
 }
 
 void set_pointer(Tessera& content, int row, int column) {
-    const Bstr pointer(std::to_wstring(row) + L";" + std::to_wstring(column));
-    content.document().put_Pointer(pointer.get());
-}
-
-void append_to(const dom::Node& contents_root, Tessera& content) {
-    dom::Node written;
-    content.get_XMLNode(contents_root.get(), written.put());
+    content.document().set_pointer(std::to_wstring(row) + L";" + std::to_wstring(column));
 }
 
 void write_heading(const ComPtr<IKelosQColumnDef>& definition, std::int16_t lcid, int column,
-                   const dom::Node& contents_root) {
+                   const ArchiveNode& contents_root) {
     const auto content = automation::make<Tessera>();
-    const Variant heading(get(definition, &IKelosQColumnDef::get_Heading));
-    content->value().put_LCID(lcid);
-    content->value().put_KelosValue(uccVBString, heading);
+    Variant heading(get(definition, &IKelosQColumnDef::get_Heading));
+    content->value().set_lcid(lcid);
+    content->value().set_kelos_value(uccVBString, std::move(heading));
     set_pointer(*content, 0, column);
-    append_to(contents_root, *content);
+    content->write_below(contents_root);
 }
 
 // Names and parameters for reading come first: those for writing back are theirs until set.
 void fill_property(const ComPtr<IKelosQColumnDef>& definition, Property& property) {
-    const Bstr get_name = get(definition, &IKelosQColumnDef::get_GetName);
-    property.put_GetName(get_name.get());
-    property.put_GetParameter(get(definition, &IKelosQColumnDef::get_GetParameter));
-    property.put_QDefProperty(
+    property.set_get_name(get(definition, &IKelosQColumnDef::get_GetName).view());
+    property.set_get_parameter(get(definition, &IKelosQColumnDef::get_GetParameter));
+    property.set_query_property(
         static_cast<KelosQueryProperty>(get(definition, &IKelosQColumnDef::get_PropertyConstant)));
     const Bstr set_name = get(definition, &IKelosQColumnDef::get_SetName);
     if (set_name.empty()) return;
-    property.put_SetName(set_name.get());
-    property.put_SetParameter(get(definition, &IKelosQColumnDef::get_SetParameter));
+    property.set_set_name(set_name.view());
+    property.set_set_parameter(get(definition, &IKelosQColumnDef::get_SetParameter));
 }
 
 // The cell's value, or its text in place of an object that the archive could not hold.
@@ -61,16 +54,16 @@ Variant archivable(const Variant& value, const Bstr& text) {
 
 ComPtr<ValueItem> value_item(const Variant& value, const Bstr& text, std::int16_t lcid) {
     auto item = automation::make<ValueItem>();
-    item->put_LCID(lcid);
-    item->put_Value(uccVBString, value);
-    item->put_DisplayValue(uccVBString, Variant(text));
+    item->set_lcid(lcid);
+    item->SetValue(uccVBString, value);
+    item->SetDisplayValue(uccVBString, Variant(text));
     return item;
 }
 
 // One run over the query.
 class QueryContents {
   public:
-    QueryContents(HQuery& cursor, const dom::Node& root)
+    QueryContents(HQuery& cursor, const ArchiveNode& root)
         : cursor_(cursor),
           root_(root),
           lcid_(short_lcid(cursor.lcid(nullptr))),
@@ -95,28 +88,28 @@ class QueryContents {
                     int row, int column) {
         const auto content = automation::make<Tessera>();
         const CellReference reference(cell);
-        if (reference.object()) content->kelos_object().put_Object(reference.object().get());
+        if (reference.object()) content->kelos_object().set_object(reference.object().get());
         fill_property(definition, content->property());
 
         const Bstr text = get(cell, &IKelosCell::get_Text);
         const Variant value = archivable(reference.value(), text);
-        content->value().put_LCID(lcid_);
-        content->value().put_KelosValue(uccVBString, value);
+        content->value().set_lcid(lcid_);
+        content->value().set_kelos_value(uccVBString, value);
         const std::int16_t column_lcid = short_lcid(cursor_.lcid(definition.get()));
         content->value_items().append(value_item(value, text, column_lcid));
         set_pointer(*content, row, column);
-        append_to(root_, *content);
+        content->write_below(root_);
     }
 
     HQuery& cursor_;
-    const dom::Node& root_;
+    const ArchiveNode& root_;
     std::int16_t lcid_;
     std::int16_t columns_;
 };
 
 }  // namespace
 
-void write_query(HQuery& cursor, const dom::Node& contents_root) {
+void write_query(HQuery& cursor, const ArchiveNode& contents_root) {
     QueryContents contents(cursor, contents_root);
     contents.write_headings();
     for (int row = 1;; ++row) {

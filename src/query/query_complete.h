@@ -1,7 +1,7 @@
 // A whole query result as one content document.
 #pragma once
 
-#include "automation/dom.h"
+#include "archive/archive_node.h"
 #include "query/hquery.h"
 
 namespace tessera {
@@ -9,6 +9,6 @@ namespace tessera {
 // Appends one "Content" element for every column heading and one for every cell from the cursor's
 // row on to the contents root. Positions are "row;column"; row 0 holds the headings. An abort ends
 // the walk.
-void write_query(HQuery& cursor, const dom::Node& contents_root);
+void write_query(HQuery& cursor, const ArchiveNode& contents_root);
 
 }  // namespace tessera

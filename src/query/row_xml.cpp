@@ -8,65 +8,56 @@
 namespace tessera {
 
 using automation::Bstr;
+using automation::BstrView;
 using automation::call;
 using automation::ComPtr;
 using automation::get;
 using automation::Variant;
+using namespace automation::literals;
 
 namespace {
 
 constexpr wchar_t translate_object[] = L"TranslateObject";
-constexpr wchar_t format_version[] = L"1";
+constexpr BstrView format_version = L"1"_bstr;
 
-dom::Element append_element(const dom::Document& document, const dom::Element& parent,
-                            std::wstring_view name) {
-    dom::Element element = dom::create_element(document, name);
-    dom::append(parent, element);
-    return element;
-}
-
-dom::Element write_title(const dom::Document& document, std::wstring_view name) {
+ArchiveNode write_title(const dom::Document& document, BstrView name) {
     ArchiveNode owner(document);
-    return automation::require(XML_WriteTitle(owner, name, format_version).node())
-        .as<IXMLDOMElement>();
+    return automation::require(XML_WriteTitle(owner, name, format_version));
 }
 
 // Reads the member of the translate object into an attribute of the same name.
-void copy_member(const ComPtr<IDispatch>& translation, const wchar_t* name,
-                 const dom::Element& element) {
-    const Bstr text = automation::to_text(automation::get_property(translation.get(), name));
-    dom::set_attribute(element, name, text.view());
+void copy_member(const ComPtr<IDispatch>& translation, BstrView name, const dom::Element& element) {
+    const Variant value = automation::get_property(translation.get(), name.get());
+    dom::set_attribute(element, name, automation::text_of(value));
 }
 
 void write_reference(const dom::Element& element, const CellReference& reference) {
     const ComPtr<IKelosObject>& object = reference.object();
     const Bstr uid = get(object, &IKelosObject::get_SystemUID);
-    dom::set_attribute(element, L"SystemUID", uid.view());
+    dom::set_attribute(element, L"SystemUID"_bstr, uid);
     const long type = get(object, &IKelosObject::get_SystemType);
-    dom::set_attribute(element, L"SystemType", std::to_wstring(type));
+    dom::set_attribute(element, L"SystemType"_bstr, Bstr(std::to_wstring(type)));
     const auto project = get(object, &IKelosObject::get_Project);
     const Bstr path = get(object, &IKelosObject::get_PathFullName, project.get());
-    dom::set_attribute(element, L"PathFullName", path.view());
+    dom::set_attribute(element, L"PathFullName"_bstr, path);
     if (!reference.translation()) return;
-    copy_member(reference.translation(), L"Property", element);
-    copy_member(reference.translation(), L"SubObjectType", element);
-    copy_member(reference.translation(), L"SubObjectKey", element);
+    copy_member(reference.translation(), L"Property"_bstr, element);
+    copy_member(reference.translation(), L"SubObjectType"_bstr, element);
+    copy_member(reference.translation(), L"SubObjectKey"_bstr, element);
 }
 
-void write_cell(const dom::Document& document, const dom::Element& row,
-                const ComPtr<IKelosCell>& cell, const ComPtr<IKelosQColumnDef>& definition) {
-    const dom::Element element = append_element(document, row, L"Cell");
+void write_cell(ArchiveNode& row, const ComPtr<IKelosCell>& cell,
+                const ComPtr<IKelosQColumnDef>& definition) {
+    ArchiveNode element = row.append_new(L"Cell"_bstr);
     const CellReference reference(cell);
-    if (reference.object())
-        write_reference(append_element(document, element, L"KelosObject"), reference);
+    if (reference.object()) write_reference(element.append_element(L"KelosObject"_bstr), reference);
 
-    const dom::Element value = append_element(document, element, L"Value");
+    const dom::Element value = element.append_element(L"Value"_bstr);
     const Bstr text = get(cell, &IKelosCell::get_Text);
-    dom::set_attribute(value, L"Data", automation::as_wide(office_string(text.u16())));
+    dom::set_attribute(value, L"Data"_bstr, Bstr(office_string(text.u16())));
 
-    const dom::Element column = append_element(document, element, L"Column");
-    const Bstr name = get(definition, &IKelosQColumnDef::get_Name);
-    dom::set_attribute(column, L"Name", name.view());
+    const dom::Element column = element.append_element(L"Column"_bstr);
+    dom::set_attribute(column, L"Name"_bstr, get(definition, &IKelosQColumnDef::get_Name));
 }
 
 }  // namespace
@@ -83,23 +74,23 @@ CellReference::CellReference(const ComPtr<IKelosCell>& cell)
 }
 
 void write_columns(HQuery& cursor, const dom::Document& document) {
-    const dom::Element columns = write_title(document, L"Columns");
-    const dom::Element relation = dom::create_element(document, L"ColumnsRelation");
+    ArchiveNode columns = write_title(document, L"Columns"_bstr);
+    const dom::Element relation = dom::create_element(document, L"ColumnsRelation"_bstr);
     const int count = cursor.column_count();
     for (int i = 1; i <= count; ++i) {
         const auto column = static_cast<std::int16_t>(i);
         const auto definition = cursor.column(column);
         if (!cursor.is_relevant(column)) continue;
-        call(definition, &IKelosQColumnDef::WriteXML, static_cast<IXMLDOMNode*>(columns.get()));
-        const Bstr name = get(definition, &IKelosQColumnDef::get_Name);
-        dom::set_attribute(relation, (L"F" + std::to_wstring(i)).c_str(), name.view());
+        call(definition, &IKelosQColumnDef::WriteXML, columns.node().get());
+        const Bstr number(L"F" + std::to_wstring(i));
+        dom::set_attribute(relation, number, get(definition, &IKelosQColumnDef::get_Name));
     }
-    dom::append(columns, relation);
+    dom::append(columns.node(), relation);
 }
 
 dom::Document row_document(HQuery& cursor) {
     dom::Document document;
-    dom::Element row;
+    ArchiveNode row;
     const int count = cursor.column_count();
     for (int i = 1; i <= count; ++i) {
         const auto column = static_cast<std::int16_t>(i);
@@ -108,9 +99,9 @@ dom::Document row_document(HQuery& cursor) {
         if (!cell) continue;
         if (!document) {
             document = dom::create_document();
-            row = write_title(document, L"Row");
+            row = write_title(document, L"Row"_bstr);
         }
-        write_cell(document, row, cell, cursor.column(column));
+        write_cell(row, cell, cursor.column(column));
     }
     return document;
 }

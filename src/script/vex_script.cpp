@@ -111,7 +111,7 @@ ComPtr<IXMLDOMDocument> VexScript::run(const std::wstring& script) {
         return {};
     }
     global->AddOptionsToXml();
-    return get(global->contents_root(), &IXMLDOMNode::get_ownerDocument);
+    return get(global->contents_root().node(), &IXMLDOMNode::get_ownerDocument);
 }
 
 STDMETHODIMP VexScript::get_WorkSet(IKelosWorkset** Result) {

@@ -3,6 +3,7 @@
 #include "support/com_fixture.h"
 
 using namespace tessera;
+using namespace automation::literals;
 using automation::Bstr;
 using automation::Variant;
 using test::ComFixture;
@@ -15,26 +16,26 @@ constexpr wchar_t not_archived[] =
 
 class ArchiveFixture : public ComFixture {
   public:
-    ArchiveFixture() : document(dom::create_document()), owner(document.as<IXMLDOMNode>()) {}
+    ArchiveFixture() : document(dom::create_document()), owner(document) {}
 
     dom::Document document;
     ArchiveNode owner;
 
     // A title below a new root.
     ArchiveNode title() {
-        ArchiveNode root = XML_WriteTitle(owner, L"Root", L"1");
-        return XML_WriteTitle(root, L"Title", L"1");
+        ArchiveNode root = XML_WriteTitle(owner, L"Root"_bstr, L"1"_bstr);
+        return XML_WriteTitle(root, L"Title"_bstr, L"1"_bstr);
     }
 };
 
 std::wstring attribute(const dom::Node& node, const wchar_t* name) {
-    const Variant value = dom::attribute(node, name);
+    const Variant value = dom::attribute(node, Bstr(name));
     return value.is_string() ? std::wstring(value.text()) : L"<none>";
 }
 
 std::wstring written(ArchiveNode& title, const Variant& value) {
-    const ArchiveNode item = XML_WriteItem(title, L"Item", value);
-    return attribute(item.node(), L"Type") + L"|" + attribute(item.node(), L"Data");
+    const dom::Element item = XML_WriteItem(title, L"Item"_bstr, value);
+    return attribute(item, L"Type") + L"|" + attribute(item, L"Data");
 }
 
 Variant of_type(VARTYPE type, const Variant& value) {
@@ -111,10 +112,10 @@ TEST_CASE_FIXTURE(ArchiveFixture,
 
 TEST_CASE_FIXTURE(ArchiveFixture, "an item keeps its place when it is overwritten") {
     ArchiveNode title = this->title();
-    XML_WriteItem(title, L"First", Variant(1L));
-    XML_WriteItem(title, L"Second", Variant(2L));
+    XML_WriteItem(title, L"First"_bstr, Variant(1L));
+    XML_WriteItem(title, L"Second"_bstr, Variant(2L));
     ArchiveNode again(title.node());  // as a caller who knows nothing of what is in it
-    XML_WriteItem(again, L"First", Variant(L"new"));
+    XML_WriteItem(again, L"First"_bstr, Variant(L"new"));
     CHECK(automation::get(title.node(), &IXMLDOMNode::get_xml).view().find(L"new") <
           automation::get(title.node(), &IXMLDOMNode::get_xml).view().find(L"Second"));
     CHECK(children_named(title.node(), L"First") == 1);
@@ -149,7 +150,7 @@ TEST_CASE_FIXTURE(ArchiveFixture,
     ArchiveNode title = this->title();
     VARIANT bare{};
     bare.vt = VT_ARRAY;
-    XML_WriteItem(title, L"Item", bare);
+    XML_WriteItem(title, L"Item"_bstr, bare);
     CHECK(message(1) == not_archived + std::wstring(L"8192"));
 
     Variant array;
@@ -179,11 +180,10 @@ TEST_CASE_FIXTURE(ArchiveFixture, "an item that cannot be read back says so and 
     CHECK(XML_ReadItem({}, L"Absent").vt == VT_EMPTY);
     CHECK(message(2) == not_read(L"Absent", L""));
 
-    const ArchiveNode item = XML_WriteItem(title, L"Item", Variant(L"8::A1"));
-    const auto element = item.node().as<IXMLDOMElement>();
+    const dom::Element element = XML_WriteItem(title, L"Item"_bstr, Variant(L"8::A1"));
     long shown = 2;
     for (const wchar_t* type : {L"Object", L"Nothing", L"Error", L"string", L"LongLong"}) {
-        dom::set_attribute(element, L"Type", type);
+        dom::set_attribute(element, L"Type"_bstr, Bstr(type));
         CHECK(XML_ReadItem(title.node(), L"Item").vt == VT_EMPTY);
         CHECK(message(++shown) == not_read(L"Item", type));
     }
@@ -192,8 +192,7 @@ TEST_CASE_FIXTURE(ArchiveFixture, "an item that cannot be read back says so and 
 
 TEST_CASE_FIXTURE(ArchiveFixture, "an item needs a type, but no data") {
     ArchiveNode title = this->title();
-    const ArchiveNode item = XML_WriteItem(title, L"Item", Variant(7L));
-    const auto element = item.node().as<IXMLDOMElement>();
+    const dom::Element element = XML_WriteItem(title, L"Item"_bstr, Variant(7L));
     automation::call(element, &IXMLDOMElement::removeAttribute, Bstr(L"Data").get());
     CHECK(XML_ReadItem(title.node(), L"Item").vt == VT_EMPTY);
     CHECK(message_count() == 0);
@@ -204,7 +203,7 @@ TEST_CASE_FIXTURE(ArchiveFixture, "an item needs a type, but no data") {
 
 TEST_CASE_FIXTURE(ArchiveFixture, "data that does not convert to its type is an error") {
     ArchiveNode title = this->title();
-    const auto element = XML_WriteItem(title, L"Item", Variant(7L)).node().as<IXMLDOMElement>();
+    const dom::Element element = XML_WriteItem(title, L"Item"_bstr, Variant(7L));
     struct Row {
         const wchar_t* type;
         const wchar_t* data;
@@ -217,8 +216,8 @@ TEST_CASE_FIXTURE(ArchiveFixture, "data that does not convert to its type is an 
     };
     long reports = 0;
     for (const Row& row : rows) {
-        dom::set_attribute(element, L"Type", row.type);
-        dom::set_attribute(element, L"Data", row.data);
+        dom::set_attribute(element, L"Type"_bstr, Bstr(row.type));
+        dom::set_attribute(element, L"Data"_bstr, Bstr(row.data));
         CHECK(XML_ReadItem(title.node(), L"Item").vt == VT_EMPTY);
         CHECK(error(++reports) == L"Tessera.XMLPublics|Public Function 'XML_ReadItem'");
         CHECK(error_code(reports) == row.code);
@@ -227,21 +226,21 @@ TEST_CASE_FIXTURE(ArchiveFixture, "data that does not convert to its type is an 
 }
 
 TEST_CASE_FIXTURE(ArchiveFixture, "a document's title is reused, an element's is always new") {
-    const ArchiveNode first = XML_WriteTitle(owner, L"Root", L"1");
-    ArchiveNode root = XML_WriteTitle(owner, L"Root", L"2");
+    const ArchiveNode first = XML_WriteTitle(owner, L"Root"_bstr, L"1"_bstr);
+    ArchiveNode root = XML_WriteTitle(owner, L"Root"_bstr, L"2"_bstr);
     CHECK(children_named(owner.node(), L"Root") == 1);
     CHECK(attribute(first.node(), L"Version") == L"2");
     CHECK(attribute(first.node(), L"Name") == L"<none>");
-    XML_WriteTitle(root, L"Title", L"1");
-    XML_WriteTitle(root, L"Title", L"1");
+    XML_WriteTitle(root, L"Title"_bstr, L"1"_bstr);
+    XML_WriteTitle(root, L"Title"_bstr, L"1"_bstr);
     CHECK(children_named(root.node(), L"Title") == 2);
 }
 
 TEST_CASE_FIXTURE(ArchiveFixture, "titles are told apart by their names") {
-    ArchiveNode root = XML_WriteTitle(owner, L"Root", L"1");
-    XML_WriteTitle(root, L"Title", L"1", L"a");
-    XML_WriteTitle(root, L"Title", L"1", L"b");
-    XML_WriteTitle(root, L"Title", L"9", L"a");
+    ArchiveNode root = XML_WriteTitle(owner, L"Root"_bstr, L"1"_bstr);
+    XML_WriteTitle(root, L"Title"_bstr, L"1"_bstr, L"a"_bstr);
+    XML_WriteTitle(root, L"Title"_bstr, L"1"_bstr, L"b"_bstr);
+    XML_WriteTitle(root, L"Title"_bstr, L"9"_bstr, L"a"_bstr);
     CHECK(children_named(root.node(), L"Title") == 2);
     CHECK(XML_GetVersion(XML_GetTitleNode(root.node(), L"Title", L"a", true)) == 9);
     CHECK(XML_GetVersion(XML_GetTitleNode(root.node(), L"Title", L"b", true)) == 1);
@@ -250,14 +249,14 @@ TEST_CASE_FIXTURE(ArchiveFixture, "titles are told apart by their names") {
 }
 
 TEST_CASE_FIXTURE(ArchiveFixture, "a title is found below a node, or is the detached node itself") {
-    ArchiveNode root = XML_WriteTitle(owner, L"Root", L"1");
-    XML_WriteTitle(root, L"Title", L"3");
+    ArchiveNode root = XML_WriteTitle(owner, L"Root"_bstr, L"1"_bstr);
+    XML_WriteTitle(root, L"Title"_bstr, L"3"_bstr);
     CHECK(XML_GetVersion(XML_GetTitleNode(root.node(), L"Title", {}, true)) == 3);
     // Attached: the root is not looked for among its own children.
     CHECK_FALSE(XML_GetTitleNode(root.node(), L"Root", {}, true));
     CHECK(message(1) ==
           L"XML-Bearbeitung  (XML_GetTitleNode)|16|Root\r\n\r\nArchiv wurde nicht gefunden.");
-    const dom::Node detached = dom::create_element(document, L"Root").as<IXMLDOMNode>();
+    const dom::Node detached = dom::create_element(document, L"Root"_bstr);
     CHECK(automation::same_object(XML_GetTitleNode(detached, L"Root", {}, true).get(),
                                   detached.get()));
     CHECK_FALSE(XML_GetTitleNode({}, L"Root", {}, true));
@@ -278,7 +277,7 @@ TEST_CASE_FIXTURE(ArchiveFixture, "a missing version is 0, a bad one an error") 
     CHECK(XML_GetVersion(title.node()) == 0);
     CHECK(XML_GetVersion({}) == 0);
     CHECK(XML_GetVersion(owner.node()) == 0);
-    dom::set_attribute(element, L"Version", L"new");
+    dom::set_attribute(element, L"Version"_bstr, L"new"_bstr);
     CHECK(XML_GetVersion(title.node()) == 0);
     CHECK(error(1) == L"Tessera.XMLPublics|Public Function 'XML_GetVersion'");
     CHECK(error_count() == 1);
@@ -287,23 +286,24 @@ TEST_CASE_FIXTURE(ArchiveFixture, "a missing version is 0, a bad one an error") 
 TEST_CASE_FIXTURE(ArchiveFixture,
                   "nothing is written below nothing or below nodes that take no elements") {
     ArchiveNode nothing;
-    CHECK_FALSE(XML_WriteTitle(nothing, L"Title", L"1"));
-    CHECK_FALSE(XML_WriteItem(nothing, L"Item", Variant(1L)));
+    CHECK_FALSE(XML_WriteTitle(nothing, L"Title"_bstr, L"1"_bstr));
+    CHECK_FALSE(XML_WriteItem(nothing, L"Item"_bstr, Variant(1L)));
     CHECK(error_count() == 0);
 
-    ArchiveNode root = XML_WriteTitle(owner, L"Root", L"1");
-    CHECK_FALSE(XML_WriteTitle(owner, L"Other", L"1"));  // a second root
+    ArchiveNode root = XML_WriteTitle(owner, L"Root"_bstr, L"1"_bstr);
+    CHECK_FALSE(XML_WriteTitle(owner, L"Other"_bstr, L"1"_bstr));  // a second root
     CHECK(error(1) == L"Tessera.XMLPublics|Public Function 'XML_WriteTitle'");
     CHECK(children_named(owner.node(), L"Root") == 1);
 
     const auto text = automation::get(document, &IXMLDOMDocument::createTextNode, Bstr(L"x").get());
     ArchiveNode text_node(automation::ComPtr<IXMLDOMText>(text).get());
-    CHECK_FALSE(XML_WriteItem(text_node, L"Item", Variant(1L)));
+    CHECK_FALSE(XML_WriteItem(text_node, L"Item"_bstr, Variant(1L)));
     CHECK(error_count() == 2);
 }
 
 TEST_CASE_FIXTURE(ArchiveFixture, "a document begins with the declaration") {
-    const dom::Document declared = dom::create_declared_document();
+    const dom::Document declared = dom::create_document();
+    dom::append_declaration(declared);
     const auto first = automation::get(declared, &IXMLDOMDocument::get_firstChild);
     CHECK(automation::get(first, &IXMLDOMNode::get_nodeName).view() == L"xml");
     CHECK(automation::get(first, &IXMLDOMNode::get_xml).view() ==

@@ -8,6 +8,7 @@ using automation::get;
 using automation::Variant;
 using test::ComFixture;
 using test::create;
+using namespace automation::literals;
 
 namespace {
 
@@ -37,13 +38,13 @@ std::wstring name(const dom::Node& node) {
 }
 
 std::wstring attribute(const dom::Node& node, const wchar_t* attribute_name) {
-    return std::wstring(dom::attribute(node, attribute_name).text());
+    return std::wstring(dom::attribute(node, Bstr(attribute_name)).text());
 }
 
 // The element as text without white space between the elements, items as Name(Type:Data).
 std::wstring outline(const dom::Node& node) {
     std::wstring text = name(node);
-    const Variant type = dom::attribute(node, L"Type");
+    const Variant type = dom::attribute(node, L"Type"_bstr);
     if (type.is_string())
         return text + L"(" + std::wstring(type.text()) + L":" + attribute(node, L"Data") + L")";
     text += attribute(node, L"Version") + L"{";
@@ -212,7 +213,7 @@ TEST_CASE_FIXTURE(ContentFixture,
         call(property, &ITesseraProperty::put_QDefProperty, kqpLabel);
         const dom::Node element = write(nullptr);
         const dom::Node title = dom::child_named(element, L"Property");
-        dom::set_attribute(title.as<IXMLDOMElement>(), L"Version", L"1");
+        dom::set_attribute(title.as<IXMLDOMElement>(), L"Version"_bstr, L"1"_bstr);
         get(title, &IXMLDOMNode::removeChild, dom::child_named(title, L"QDefProperty").get());
         call(property, &ITesseraProperty::put_QDefProperty, kqpName);
         read(nullptr, element.get());
@@ -232,7 +233,7 @@ TEST_CASE_FIXTURE(ContentFixture,
 
     const auto other = new_document();
     get(other, &IXMLDOMDocument::appendChild,
-        static_cast<IXMLDOMNode*>(dom::create_element(other, L"Other").get()));
+        static_cast<IXMLDOMNode*>(dom::create_element(other, L"Other"_bstr).get()));
     CHECK_FALSE(new_root(other.get()));  // it has a root of another name
     CHECK(error(error_count()) == L"Tessera.XMLPublics|Public Function 'XML_WriteTitle'");
 }

@@ -12,6 +12,7 @@ using automation::Variant;
 using test::data;
 using test::item;
 using test::ProjectFixture;
+using namespace automation::literals;
 
 namespace {
 
@@ -42,7 +43,8 @@ class MappingFixture : public ProjectFixture {
         return get(pump(), &IKelosObject::AttributeByFullName, Bstr(name).get());
     }
     std::vector<dom::Node> contents() {
-        return test::contents_of(get(global->contents_root(), &IXMLDOMNode::get_ownerDocument));
+        return test::contents_of(
+            get(global->contents_root().node(), &IXMLDOMNode::get_ownerDocument));
     }
     dom::Node last() {
         const auto all = contents();
@@ -175,7 +177,8 @@ TEST_CASE_FIXTURE(MappingFixture, "value lists come with all their values and th
     CHECK(test::values(last()).find(L"Stahl") != std::wstring::npos);
     CHECK(test::values(last()).find(L"Guss") != std::wstring::npos);
     const auto presentation = dom::child_named(last(), L"Presentation");
-    CHECK(dom::attribute(presentation, L"Data").text() == std::to_wstring(kprComboBox));
+    CHECK(dom::attribute(presentation, L"Data"_bstr).text() ==
+          std::to_wstring(kprComboBox));
 }
 
 TEST_CASE_FIXTURE(MappingFixture, "everything else is an expression on the object") {
@@ -350,13 +353,13 @@ TEST_CASE_FIXTURE(MappingFixture, "a document whose table fails to answer is pas
 
 TEST_CASE_FIXTURE(MappingFixture, "the options end the document, and their writing is traced") {
     global->set_document(document(L"Datenblatt"));
-    const auto root = global->contents_root();
-    CHECK(global->contents_root() == root);
+    const auto root = global->contents_root().node();
+    CHECK(global->contents_root().node() == root);
     global->AddOptionsToXml();
     const auto options = dom::child_named(root, L"Options");
     const auto option = dom::child_named(options, L"AllowSheetCreation");
     const auto attribute_of = [&](const wchar_t* name) {
-        return std::wstring(dom::attribute(option, name).text());
+        return std::wstring(dom::attribute(option, Bstr(name)).text());
     };
     CHECK(attribute_of(L"Version") + attribute_of(L"Data") + attribute_of(L"Type") ==
           L"1-1Boolean");

@@ -10,12 +10,15 @@
 namespace test {
 
 // The data of an item below a record of a "Content" element, as "Type:Data"; empty when missing.
-inline std::wstring item(const dom::Node& content, const wchar_t* record, const wchar_t* name) {
+inline std::wstring item(const dom::Node& content, const wchar_t* record,
+                         const wchar_t* name) {
+    using namespace automation::literals;
     const dom::Node title = dom::child_named(content, record);
     const dom::Node node = title ? dom::child_named(title, name) : dom::Node();
-    const Variant type = dom::attribute(node, L"Type");
+    const Variant type = dom::attribute(node, L"Type"_bstr);
     if (!type.is_string()) return {};
-    return std::wstring(type.text()) + L":" + std::wstring(dom::attribute(node, L"Data").text());
+    return std::wstring(type.text()) + L":" +
+           std::wstring(dom::attribute(node, L"Data"_bstr).text());
 }
 
 // The data alone.
@@ -25,6 +28,7 @@ inline std::wstring data(const dom::Node& content, const wchar_t* record, const 
 }
 
 inline std::vector<dom::Node> contents_of(const dom::Document& document) {
+    using namespace automation::literals;
     std::vector<dom::Node> result;
     const auto root = get(document, &IXMLDOMDocument::get_documentElement).as<IXMLDOMNode>();
     for (dom::Node node = dom::child_named(root, L"Content"); node;
@@ -35,12 +39,13 @@ inline std::vector<dom::Node> contents_of(const dom::Document& document) {
 
 // The values of an element's items as "LCID value=display", parted by "; ".
 inline std::wstring values(const dom::Node& content) {
+    using namespace automation::literals;
     std::wstring result;
     const dom::Node list = dom::child_named(content, L"ValueItems");
     for (dom::Node node = dom::child_named(list, L"ValueItem"); node;
          node = dom::sibling_named(node, L"ValueItem")) {
         const auto text = [&](const wchar_t* name) {
-            return std::wstring(dom::attribute(dom::child_named(node, name), L"Data").text());
+            return std::wstring(dom::attribute(dom::child_named(node, name), L"Data"_bstr).text());
         };
         if (!result.empty()) result += L"; ";
         result += text(L"LCID") + L" " + text(L"Value") + L"=" + text(L"DisplayValue");
