@@ -21,8 +21,19 @@ using automation::view_of;
 namespace {
 
 constexpr MemberName member(const wchar_t* label) {
-    return {L"Tessera.GFunctions", label};
+    return {gfunctions_source, label};
 }
+
+constexpr MemberName uu_encode_text = member(L"Public Function 'UUEncode'");
+constexpr MemberName uu_decode_text = member(L"Public Function 'UUDecode'");
+constexpr MemberName uu_decode_line = member(L"Private Function 'UUDecodePrv'");
+constexpr MemberName compress_text = member(L"Public Function 'LCSSCompress'");
+constexpr MemberName decompress_text = member(L"Public Function 'LCSSDecompress'");
+constexpr MemberName get_encode_prefix = member(L"Public Property Get 'EncodePrefix'");
+constexpr MemberName encode_text = member(L"Public Function 'Encode'");
+constexpr MemberName decode_text = member(L"Public Function 'Decode'");
+constexpr MemberName text_to_clipboard = member(L"Public Sub 'UnicodeTextToClipBoard'");
+constexpr MemberName text_from_clipboard = member(L"Public Function 'UnicodeTextFromClipBoard'");
 
 // What is wrong with a line, as the run-time names it.
 HRESULT error_of(UuFault fault) {
@@ -39,91 +50,107 @@ HRESULT error_of(UuFault fault) {
 
 // Lines fail one by one: the line's worker reports, and the others are decoded all the same.
 void report_malformed_line(const UuMalformedLine& line) {
-    guarded(member(L"Private Function 'UUDecodePrv'"),
-            [&] { automation::fail(error_of(line.fault)); });
+    guarded(uu_decode_line, [&] { automation::fail(error_of(line.fault)); });
 }
 
 }  // namespace
 
-STDMETHODIMP GFunctions::GetVBString(BSTR OfficeString, long LCID, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'GetVBString'"), [&](Bstr& result) {
-        result = tessera::GetVBString(view_of(OfficeString), LCID);
+Bstr GFunctions::uu_encode(std::wstring_view text) noexcept {
+    return guarded_result<Bstr>(uu_encode_text, [&](Bstr& result) {
+        result = Bstr(tessera::UUEncode(as_u16(text), system_code_page()));
     });
+}
+
+Bstr GFunctions::uu_decode(std::wstring_view text) noexcept {
+    return guarded_result<Bstr>(uu_decode_text, [&](Bstr& result) {
+        result = Bstr(tessera::UUDecode(as_u16(text), system_code_page(), report_malformed_line));
+    });
+}
+
+Bstr GFunctions::lcss_compress(std::wstring_view text) noexcept {
+    return guarded_result<Bstr>(compress_text, [&](Bstr& result) {
+        result = Bstr(tessera::LCSSCompress(as_u16(text), system_code_page()));
+    });
+}
+
+Bstr GFunctions::lcss_decompress(std::wstring_view text) noexcept {
+    return guarded_result<Bstr>(decompress_text, [&](Bstr& result) {
+        result = Bstr(tessera::LCSSDecompress(as_u16(text), system_code_page()));
+    });
+}
+
+Bstr GFunctions::encode(std::wstring_view text) noexcept {
+    return guarded_result<Bstr>(encode_text,
+                                [&](Bstr& result) { result = HostEncoding().encode(text); });
+}
+
+Bstr GFunctions::decode(std::wstring_view text) noexcept {
+    return guarded_result<Bstr>(decode_text, [&](Bstr& result) {
+        const PrefixedText parts = split_prefixed_text(as_u16(text));
+        const Bstr payload(parts.payload);
+        if (parts.layout == EncodedLayout::current) result = HostEncoding().decode(payload.view());
+        if (parts.layout == EncodedLayout::legacy)
+            result = lcss_decompress(uu_decode(payload.view()).view());
+    });
+}
+
+// ---------------------------------------------------------------------------------------------
+// Automation
+// ---------------------------------------------------------------------------------------------
+
+STDMETHODIMP GFunctions::GetVBString(BSTR OfficeString, long LCID, BSTR* Result) {
+    return answer(Result, get_vb_string,
+                  [&] { return tessera::GetVBString(view_of(OfficeString), LCID); });
 }
 
 STDMETHODIMP GFunctions::GetOfficeString(BSTR VBString, long LCID, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'GetOfficeString'"), [&](Bstr& result) {
-        result = tessera::GetOfficeString(view_of(VBString), LCID);
-    });
+    return answer(Result, get_office_string,
+                  [&] { return tessera::GetOfficeString(view_of(VBString), LCID); });
 }
 
 STDMETHODIMP GFunctions::UUEncode(BSTR InputStr, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'UUEncode'"), [&](Bstr& result) {
-        result = Bstr(tessera::UUEncode(as_u16(view_of(InputStr)), system_code_page()));
-    });
+    return answer(Result, uu_encode_text, [&] { return uu_encode(view_of(InputStr)); });
 }
 
 STDMETHODIMP GFunctions::UUDecode(BSTR InputStr, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'UUDecode'"), [&](Bstr& result) {
-        result = Bstr(tessera::UUDecode(as_u16(view_of(InputStr)), system_code_page(),
-                                        report_malformed_line));
-    });
+    return answer(Result, uu_decode_text, [&] { return uu_decode(view_of(InputStr)); });
 }
 
 STDMETHODIMP GFunctions::LCSSCompress(BSTR strDaten, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'LCSSCompress'"), [&](Bstr& result) {
-        result = Bstr(tessera::LCSSCompress(as_u16(view_of(strDaten)), system_code_page()));
-    });
+    return answer(Result, compress_text, [&] { return lcss_compress(view_of(strDaten)); });
 }
 
 STDMETHODIMP GFunctions::LCSSDecompress(BSTR strDaten, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'LCSSDecompress'"), [&](Bstr& result) {
-        result = Bstr(tessera::LCSSDecompress(as_u16(view_of(strDaten)), system_code_page()));
-    });
+    return answer(Result, decompress_text, [&] { return lcss_decompress(view_of(strDaten)); });
 }
 
 STDMETHODIMP GFunctions::get_EncodePrefix(BSTR* Result) {
-    return trapped(Result, member(L"Public Property Get 'EncodePrefix'"),
-                   [&](Bstr& result) { result = Bstr(kEncodePrefix); });
+    return answer(Result, get_encode_prefix, [] { return Bstr(kEncodePrefix); });
 }
 
 STDMETHODIMP GFunctions::Encode(BSTR InputStr, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'Encode'"),
-                   [&](Bstr& result) { result = HostEncoding().encode(view_of(InputStr)); });
+    return answer(Result, encode_text, [&] { return encode(view_of(InputStr)); });
 }
 
 STDMETHODIMP GFunctions::Decode(BSTR InputStr, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'Decode'"), [&](Bstr& result) {
-        const PrefixedText text = split_prefixed_text(as_u16(view_of(InputStr)));
-        const Bstr payload(text.payload);
-        if (text.layout == EncodedLayout::current) result = HostEncoding().decode(payload.view());
-        if (text.layout != EncodedLayout::legacy) return;
-        Bstr compressed;
-        UUDecode(payload.get(), compressed.put());
-        LCSSDecompress(compressed.get(), result.put());
-    });
+    return answer(Result, decode_text, [&] { return decode(view_of(InputStr)); });
 }
 
 STDMETHODIMP GFunctions::GetKelosPhysUnit(IKelosObject* KelosObj, BSTR PULabel, BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'GetKelosPhysUnit'"), [&](Bstr& result) {
-        result = tessera::GetKelosPhysUnit(KelosObj, view_of(PULabel));
-    });
+    return answer(Result, get_kelos_phys_unit,
+                  [&] { return tessera::GetKelosPhysUnit(KelosObj, view_of(PULabel)); });
 }
 
 STDMETHODIMP GFunctions::ISMappingTable(IKelosDocument* Document, VARIANT_BOOL* Result) {
-    return trapped(Result, member(L"Private sub 'SetMappingTable'"), [&](VARIANT_BOOL& result) {
-        result = as_variant_bool(tessera::ISMappingTable(Document));
-    });
+    return answer(Result, is_mapping_table, [&] { return tessera::ISMappingTable(Document); });
 }
 
 STDMETHODIMP GFunctions::UnicodeTextToClipBoard(BSTR UnicodeStr) {
-    return trapped(member(L"Public Sub 'UnicodeTextToClipBoard'"),
-                   [&] { put_clipboard_text(view_of(UnicodeStr)); });
+    return trapped(text_to_clipboard, [&] { put_clipboard_text(view_of(UnicodeStr)); });
 }
 
 STDMETHODIMP GFunctions::UnicodeTextFromClipBoard(BSTR* Result) {
-    return trapped(Result, member(L"Public Function 'UnicodeTextFromClipBoard'"),
-                   [&](Bstr& result) { result = Bstr(clipboard_text()); });
+    return answer(Result, text_from_clipboard, [] { return Bstr(clipboard_text()); });
 }
 
 }  // namespace tessera

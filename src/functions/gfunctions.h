@@ -6,10 +6,18 @@
 
 namespace tessera {
 
-// Has no state; the work is done by the functions of this folder.
+// Has no state. Units, mapping tables and string forms are free functions of the host's room, which
+// other classes use as well.
 class GFunctions : public automation::Object<GFunctions, ITesseraGFunctions> {
   public:
     static constexpr CLSID class_id = __uuidof(::GFunctions);
+
+    static automation::Bstr uu_encode(std::wstring_view text) noexcept;
+    static automation::Bstr uu_decode(std::wstring_view text) noexcept;
+    static automation::Bstr lcss_compress(std::wstring_view text) noexcept;
+    static automation::Bstr lcss_decompress(std::wstring_view text) noexcept;
+    static automation::Bstr encode(std::wstring_view text) noexcept;
+    static automation::Bstr decode(std::wstring_view text) noexcept;
 
     STDMETHODIMP GetVBString(BSTR OfficeString, long LCID, BSTR* Result) override;
     STDMETHODIMP GetOfficeString(BSTR VBString, long LCID, BSTR* Result) override;

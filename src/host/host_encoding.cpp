@@ -11,6 +11,7 @@ namespace tessera {
 
 using automation::Bstr;
 using automation::check;
+using automation::ComPtr;
 using automation::get;
 using automation::Variant;
 
@@ -58,27 +59,41 @@ Bstr text_of(const VARIANT& bytes) {
 
 }  // namespace
 
-HostEncoding::HostEncoding()
-    : compressor_(automation::create_object<IKelosByteCompressor>(program_names::byte_compressor)),
-      encoder_(automation::create_object<IKelosByteTextEncoder>(program_names::byte_text_encoder)) {
+const ComPtr<IKelosByteCompressor>& HostEncoding::compressor() {
+    if (!compressor_)
+        compressor_ =
+            automation::create_object<IKelosByteCompressor>(program_names::byte_compressor);
+    return compressor_;
 }
 
-Bstr HostEncoding::encode(std::wstring_view text) const {
+const ComPtr<IKelosByteTextEncoder>& HostEncoding::encoder() {
+    if (!encoder_)
+        encoder_ =
+            automation::create_object<IKelosByteTextEncoder>(program_names::byte_text_encoder);
+    return encoder_;
+}
+
+void HostEncoding::create() {
+    compressor();
+    encoder();
+}
+
+Bstr HostEncoding::encode(std::wstring_view text) {
     const Variant bytes = bytes_of(text);
     const Variant compressed =
-        get(compressor_, &IKelosByteCompressor::Compress, static_cast<VARIANT>(bytes));
+        get(compressor(), &IKelosByteCompressor::Compress, static_cast<VARIANT>(bytes));
     const Bstr encoded =
-        get(encoder_, &IKelosByteTextEncoder::EncodeBytes, static_cast<VARIANT>(compressed));
+        get(encoder(), &IKelosByteTextEncoder::EncodeBytes, static_cast<VARIANT>(compressed));
     std::u16string result(kEncodePrefix);
     result.append(kHostEncodedMarker).append(encoded.u16());
     return Bstr(result);
 }
 
-Bstr HostEncoding::decode(std::wstring_view payload) const {
+Bstr HostEncoding::decode(std::wstring_view payload) {
     const Bstr text(payload);
-    const Variant compressed = get(encoder_, &IKelosByteTextEncoder::DecodeText, text.get());
+    const Variant compressed = get(encoder(), &IKelosByteTextEncoder::DecodeText, text.get());
     const Variant bytes =
-        get(compressor_, &IKelosByteCompressor::Expand, static_cast<VARIANT>(compressed));
+        get(compressor(), &IKelosByteCompressor::Expand, static_cast<VARIANT>(compressed));
     return text_of(bytes);
 }
 

@@ -1,8 +1,6 @@
 #include "host/host_helpers.h"
 
 #include "automation/text.h"
-#include "host/error_boundary.h"
-#include "host/mapping_table.h"
 #include "text/trim.h"
 
 namespace tessera {
@@ -13,28 +11,27 @@ using automation::get;
 
 namespace {
 
-constexpr wchar_t source[] = L"Tessera.GFunctions";
-
-Bstr unit_text_for(const ComPtr<IKelosUnitGroup>& group, std::wstring_view label) {
-    Bstr result;
+// What a unit with exactly this label says counts, even if an earlier one matched ignoring case;
+// what was found counts, even if a later unit fails.
+void find_unit_text(const ComPtr<IKelosUnitGroup>& group, std::wstring_view label, Bstr& result) {
     bool taken = false;
     const long count = get(group, &IKelosUnitGroup::get_Count);
     for (long i = 1; i <= count; ++i) {
         const auto unit = get(group, &IKelosUnitGroup::get_Item, i);
         const Bstr unit_label = get(unit, &IKelosUnit::get_Label);
-        if (unit_label.view() == label) return get(unit, &IKelosUnit::get_UnitText);
-        if (taken || !automation::equal_ignoring_case(unit_label.view(), label)) continue;
+        const bool exact = unit_label.view() == label;
+        if (!exact && (taken || !automation::equal_ignoring_case(unit_label.view(), label)))
+            continue;
         result = get(unit, &IKelosUnit::get_UnitText);
-        taken = !result.empty();
+        if (exact) return;
+        taken = true;
     }
-    return result;
 }
 
 }  // namespace
 
 Bstr GetKelosPhysUnit(IKelosObject* object, std::wstring_view label) noexcept {
-    Bstr result;
-    guarded({source, L"Public Function 'GetKelosPhysUnit'"}, [&] {
+    return guarded_result<Bstr>(get_kelos_phys_unit, [&](Bstr& result) {
         if (get(object, &IKelosObject::get_SystemType) != kstAttribute) return;
         const auto attribute = ComPtr<IKelosObject>(object).as<IKelosAttribute>();
         const auto unit = get(attribute, &IKelosAttribute::get_Unit);
@@ -43,13 +40,12 @@ Bstr GetKelosPhysUnit(IKelosObject* object, std::wstring_view label) noexcept {
         if (wanted.empty())
             result = get(unit, &IKelosUnit::get_UnitText);
         else
-            result = unit_text_for(get(unit, &IKelosUnit::get_Group), wanted);
+            find_unit_text(get(unit, &IKelosUnit::get_Group), wanted, result);
     });
-    return result;
 }
 
 bool ISMappingTable(IKelosDocument* document) noexcept {
-    return static_cast<bool>(find_mapping_table(document, source).table);
+    return static_cast<bool>(find_mapping_table(document, gfunctions_source).table);
 }
 
 }  // namespace tessera

@@ -29,7 +29,7 @@ ComPtr<IKelosObject> object_at(const ComPtr<IKelosObjects>& objects, long index)
 
 FoundMappingTable find_mapping_table(IKelosDocument* document, const wchar_t* source) noexcept {
     FoundMappingTable found;
-    guarded({source, L"Private sub 'SetMappingTable'"}, [&] {
+    guarded({source, set_mapping_table_label}, [&] {
         const auto objects = get(document, &IKelosDocument::get_Objects);
         const long count = get(objects, &IKelosObjects::get_Count);
         for (long i = 1; i <= count && !found.table; ++i) {

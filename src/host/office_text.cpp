@@ -3,7 +3,6 @@
 #include <limits>
 #include <string>
 
-#include "host/error_boundary.h"
 #include "text/string_forms.h"
 
 namespace tessera {
@@ -13,7 +12,8 @@ using automation::Bstr;
 
 namespace {
 
-constexpr wchar_t source[] = L"Tessera.GFunctions";
+constexpr MemberName office_from_office{gfunctions_source,
+                                        L"Friend Function 'GetOfficeFromOffice'"};
 
 UINT ansi_code_page(long lcid) {
     UINT code_page = 0;
@@ -53,22 +53,17 @@ std::wstring from_bytes(const std::string& bytes, UINT code_page) {
 }  // namespace
 
 Bstr GetVBString(std::wstring_view office_text, long) noexcept {
-    Bstr result;
-    guarded({source, L"Public Function 'GetVBString'"},
-            [&] { result = Bstr(vb_string(as_u16(office_text))); });
-    return result;
+    return guarded_result<Bstr>(
+        get_vb_string, [&](Bstr& result) { result = Bstr(vb_string(as_u16(office_text))); });
 }
 
 Bstr GetOfficeString(std::wstring_view vb_text, long) noexcept {
-    Bstr result;
-    guarded({source, L"Public Function 'GetOfficeString'"},
-            [&] { result = Bstr(office_string(as_u16(vb_text))); });
-    return result;
+    return guarded_result<Bstr>(
+        get_office_string, [&](Bstr& result) { result = Bstr(office_string(as_u16(vb_text))); });
 }
 
 Bstr GetOfficeFromOffice(std::wstring_view text, long from_lcid, long to_lcid) noexcept {
-    Bstr result;
-    guarded({source, L"Friend Function 'GetOfficeFromOffice'"}, [&] {
+    return guarded_result<Bstr>(office_from_office, [&](Bstr& result) {
         result = Bstr(text);
         if (text.empty() || from_lcid == to_lcid) return;
         if (from_lcid == 0) {
@@ -78,7 +73,6 @@ Bstr GetOfficeFromOffice(std::wstring_view text, long from_lcid, long to_lcid) n
         const UINT to_page = to_lcid > 0 ? ansi_code_page(to_lcid) : CP_ACP;
         result = Bstr(from_bytes(to_bytes(text, ansi_code_page(from_lcid)), to_page));
     });
-    return result;
 }
 
 }  // namespace tessera

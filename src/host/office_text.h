@@ -4,8 +4,15 @@
 #pragma once
 
 #include "automation/bstr.h"
+#include "host/error_boundary.h"
 
 namespace tessera {
+
+// The source that the class GFunctions reports under, and so does what it offers of this room.
+inline constexpr wchar_t gfunctions_source[] = L"Tessera.GFunctions";
+inline constexpr MemberName get_vb_string{gfunctions_source, L"Public Function 'GetVBString'"};
+inline constexpr MemberName get_office_string{gfunctions_source,
+                                              L"Public Function 'GetOfficeString'"};
 
 // The locale is accepted and not used: line breaks are the same everywhere.
 automation::Bstr GetVBString(std::wstring_view office_text, long lcid) noexcept;

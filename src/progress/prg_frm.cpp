@@ -4,6 +4,7 @@
 #include "host/error_boundary.h"
 #include "host/program_names.h"
 #include "host/service.h"
+#include "progress/progress.h"
 
 namespace tessera {
 
@@ -19,6 +20,8 @@ constexpr MemberName member(const wchar_t* label) noexcept {
 }
 
 constexpr MemberName get_bar = member(L"Public Property Get 'PBar'");
+constexpr MemberName get_version = member(L"Function IKelosVBUsercontrol_Version");
+constexpr MemberName get_wpf_control = member(L"Property IKelosVBUsercontrol_WPFControl");
 
 ComPtr<IKelosUIService> ui_service() {
     return get(host_service(), &IKelosService::get_UIService);
@@ -149,7 +152,7 @@ void PrgFrm::drop_controls() noexcept {
 }
 
 void PrgFrm::close() noexcept {
-    controller_.reset();
+    controller_ = nullptr;
     unload();
     drop_controls();
     window_.destroy();
@@ -174,10 +177,6 @@ STDMETHODIMP PrgFrm::get_PBar(IKelosBar** Result) {
     return answer(Result, get_bar, [&] { return bar(); });
 }
 
-void PrgFrm::set_controller(ComPtr<ITesseraProgress> controller) noexcept {
-    controller_ = std::move(controller);
-}
-
 void PrgFrm::restore_undo_state() {
     if (!workset_) {
         trace(L"ZUL: WS Is Nothing");
@@ -188,8 +187,14 @@ void PrgFrm::restore_undo_state() {
     trace(L"ZUL: CurrentUndoState was set back succesfull");
 }
 
+// Has no trap: what fails here is its caller's to report.
 STDMETHODIMP PrgFrm::SetUndoState() {
-    return trapped(member(L"Public Sub 'SetUndoState'"), [&] { restore_undo_state(); });
+    try {
+        restore_undo_state();
+        return S_OK;
+    } catch (...) {
+        return automation::current_error().code;
+    }
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -217,10 +222,7 @@ void PrgFrm::window_dying() noexcept {
 }
 
 void PrgFrm::abort_clicked() noexcept {
-    guarded(member(L"Private Sub 'PB_Abort_Click'"), [&] {
-        if (const ComPtr<ITesseraProgress> controller = controller_)
-            call(controller, &ITesseraProgress::put_State, uccStateAbort);
-    });
+    if (controller_) controller_->set_state(uccStateAbort);
 }
 
 void PrgFrm::bridge_got_focus() noexcept {
@@ -232,12 +234,11 @@ void PrgFrm::bridge_got_focus() noexcept {
 // ---------------------------------------------------------------------------------------------
 
 STDMETHODIMP PrgFrm::Version(long* Result) {
-    return trapped(Result, member(L"Function IKelosVBUsercontrol_Version"),
-                   [](auto& result) { result = 1; });
+    return answer(Result, get_version, [] { return 1; });
 }
 
-STDMETHODIMP PrgFrm::UpdateLayout() {
-    return trapped(member(L"Sub IKelosVBUsercontrol_UpdateLayout"), [&] {
+void PrgFrm::update_layout() noexcept {
+    guarded(member(L"Sub IKelosVBUsercontrol_UpdateLayout"), [&] {
         if (const ComPtr<IKelosWpfBridge> bridge = bridge_) {
             const form_layout::Place area = window_.client_area();
             call(bridge, &IKelosWpfBridge::Move, area.left, area.top, area.width, area.height);
@@ -246,11 +247,20 @@ STDMETHODIMP PrgFrm::UpdateLayout() {
     });
 }
 
-STDMETHODIMP PrgFrm::get_WPFControl(IDispatch** Result) {
-    return trapped(Result, member(L"Property IKelosVBUsercontrol_WPFControl"), [&](auto& result) {
+STDMETHODIMP PrgFrm::UpdateLayout() {
+    update_layout();
+    return S_OK;
+}
+
+ComPtr<IDispatch> PrgFrm::embedded_control() noexcept {
+    return guarded_result<ComPtr<IDispatch>>(get_wpf_control, [&](auto& result) {
         if (!bridge_) embed();
         result = bridge_;
     });
+}
+
+STDMETHODIMP PrgFrm::get_WPFControl(IDispatch** Result) {
+    return answer(Result, get_wpf_control, [&] { return embedded_control(); });
 }
 
 void PrgFrm::embed() {

@@ -9,10 +9,12 @@
 
 namespace tessera {
 
+class Progress;
+
 // Lifetime. A Progress creates the form, opens it and closes it; closing destroys the window even
 // if the host still holds the form. The controls and the embedded control hold no reference to the
-// form: they are told of sinks that only point to it. The form holds its controller through a
-// reference that does not keep the Progress alive (see ControllerLink).
+// form: they are told of sinks that only point to it. The form points to its controller, which
+// takes the pointer back before it dies.
 //
 // Closing by the user hides the window and ends the embedded control; the controls stay, so that
 // whoever moves the bar need not know.
@@ -30,8 +32,13 @@ class PrgFrm : public automation::Object<PrgFrm, ITesseraPrgFrm, IKelosVBUsercon
     bool is_open() const noexcept { return window_.handle() != nullptr; }
     // The bar inside the progress bar; nothing while the form has no window.
     automation::ComPtr<IKelosBar> bar() const noexcept;
-    void set_controller(automation::ComPtr<ITesseraProgress> controller) noexcept;
+    void set_controller(Progress* controller) noexcept { controller_ = controller; }
+    // Throws what the host fails with.
     void restore_undo_state();
+    // Fits the embedded control to the window.
+    void update_layout() noexcept;
+    // Created on first request.
+    automation::ComPtr<IDispatch> embedded_control() noexcept;
     void handle_pending_messages() noexcept;
 
     STDMETHODIMP get_PBar(IKelosBar** Result) override;
@@ -63,7 +70,7 @@ class PrgFrm : public automation::Object<PrgFrm, ITesseraPrgFrm, IKelosVBUsercon
     void embed();
 
     FormWindow window_{*this};
-    automation::ComPtr<ITesseraProgress> controller_;
+    Progress* controller_ = nullptr;
     automation::ComPtr<IKelosWorkset> workset_;
     automation::ComPtr<IDispatch> undo_state_;
     automation::ComPtr<IDispatch> outer_undo_state_;

@@ -33,7 +33,6 @@ constexpr bool is_running(std::int16_t percentage) noexcept {
 }  // namespace
 
 Progress::~Progress() {
-    if (link_) link_->sever();
     stop();
     // The host refused to let the form go; its window goes all the same.
     if (form_) form_->close();
@@ -45,8 +44,9 @@ Progress::~Progress() {
 
 void Progress::set_percentage(std::int16_t percentage) noexcept {
     guarded(let_percentage, [&] {
-        // A click that waits counts for this step already.
-        handle_pending_messages();
+        // A click that waits counts for this step already; one that 0 would overwrite is left for
+        // the end of the step.
+        if (percentage > 0 && percentage < 100) handle_pending_messages();
         restore_undo_state();
         if (!is_running(percentage)) {
             move_bar(percentage);
@@ -95,14 +95,13 @@ void Progress::stop() noexcept {
 // Either the form is open afterwards and known to the host, or it is gone.
 void Progress::open_form() {
     opening_failed_ = true;
-    if (!link_) link_ = automation::make<ControllerLink>(this);
     const ComPtr<PrgFrm> form = automation::make<PrgFrm>();
     form_ = form;
     try {
         form->open(caption_);
         call(window_service(), &IKelosWindowService::RegisterForm, form->main_interface(), 0,
-             nullptr, link_->main_interface());
-        form->set_controller(link_->main_pointer());
+             nullptr, main_interface());
+        form->set_controller(this);
     } catch (...) {
         form_.reset();
         form->close();
@@ -118,7 +117,7 @@ void Progress::close_form() {
     try {
         call(window_service(), &IKelosWindowService::UnregisterForm, form->main_interface());
     } catch (...) {
-        form->set_controller(link_->main_pointer());
+        form->set_controller(this);
         throw;
     }
     form_.reset();

@@ -1,14 +1,15 @@
 // The progress controller: long work tells it how far it is and asks it whether to stop.
 #pragma once
 
-#include "progress/controller_link.h"
+#include "automation/object.h"
 #include "progress/prg_frm.h"
 
 namespace tessera {
 
-// Lifetime. The Progress owns its form while that is open; the form and the host's window service
-// refer back through a ControllerLink, which does not keep the Progress alive. A Progress that is
-// released while its form is open closes it.
+// Lifetime. The Progress owns its form while that is open. The host's window service gets the
+// Progress itself and may hold it: then the form stays open until somebody ends the process, so
+// that owners of a Progress stop it when they let go. The form refers back without counting. A
+// Progress that dies while its form is open closes it.
 //
 // The form's clicks are messages of the caller's thread. A caller that works without a message
 // loop sees an abort all the same: reading State, and setting Percentage, handles what waits for
@@ -57,7 +58,6 @@ class Progress : public automation::Object<Progress, ITesseraProgress> {
     uceWhere where_ = uccNothing;
     // Present while the form is open.
     automation::ComPtr<PrgFrm> form_;
-    automation::ComPtr<ControllerLink> link_;
     // The form could not be opened: the walk goes on without one, and not every step tries again.
     bool opening_failed_ = false;
 };

@@ -25,6 +25,9 @@ class HQuery : public automation::Object<HQuery, ITesseraHQuery> {
   public:
     static constexpr CLSID class_id = __uuidof(::HQuery);
 
+    // Ends its progress, whoever else holds that.
+    ~HQuery();
+
     void set_query(IKelosQuery* query) noexcept;
     // The language of the column, or of the workset when there is no column.
     long lcid(IKelosQColumnDef* column) const noexcept;

@@ -32,6 +32,11 @@ constexpr MemberName dom_doc_as_string{source, L"Public Function 'DOMDocAsString
 // The declaration that every string begins with, whatever the document's own.
 constexpr wchar_t declaration[] = L"<?xml version=\"1.0\" encoding=\"ISO-10646-UCS-2\"?>";
 
+// The thread's pair of host objects, which come into being together.
+struct RowEncoding : HostEncoding {
+    RowEncoding() { create(); }
+};
+
 Bstr text_of(const dom::Document& document) {
     const Bstr xml = get(document, &IXMLDOMDocument::get_xml);
     std::wstring text;
@@ -77,7 +82,7 @@ Bstr QContent::row_text(bool encoded) noexcept {
 
 void QContent::Encode(Bstr& text) noexcept {
     guarded(encode_text,
-            [&] { text = automation::ThreadKept<HostEncoding>::get().encode(text.view()); });
+            [&] { text = automation::ThreadKept<RowEncoding>::get().encode(text.view()); });
 }
 
 Bstr QContent::document_text(const dom::Document& document) noexcept {

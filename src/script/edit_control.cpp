@@ -1,9 +1,9 @@
 #include "script/edit_control.h"
 
 #include "automation/conversion.h"
-#include "host/error_boundary.h"
 #include "host/service.h"
 #include "script/line_marking.h"
+#include "script/stored_script.h"
 
 namespace tessera {
 
@@ -33,7 +33,7 @@ void trace_number(const wchar_t* name, long number) {
 
 // Selects the line that follows `line_feeds` line feeds.
 void MarkScriptLine(IDispatch* text_box, std::int16_t line_feeds) noexcept {
-    guarded({L"Tessera.VexScript", L"Private Sub MarkScriptLine"}, [&] {
+    guarded(vex_script_member(L"Private Sub MarkScriptLine"), [&] {
         const std::wstring text = text_property(text_box);
         const auto selection = line_selection(automation::as_u16(text), line_feeds);
         if (!selection) return;
@@ -48,6 +48,7 @@ void mark_editor_line(IDispatch* control, long line_number) {
     trace_number(L"LineNr: ", line_number);
     const long position = get(editor, &IKelosScriptEditor::LinePosition, line_number);
     trace_number(L"Pos: ", position);
+    if (position < 0) return;  // the editor has no such line
     call(editor, &IKelosScriptEditor::put_SelStart, position);
     trace_number(L"RtfScript.SelStart: ", get(editor, &IKelosScriptEditor::get_SelStart));
     const long length = get(editor, &IKelosScriptEditor::LineLength, position);
@@ -72,11 +73,12 @@ std::wstring script_in(IDispatch* control) {
 }
 
 // The two kinds count their lines differently, so that they are told different numbers.
-void mark_failing_line(IDispatch* control, long line_number) {
+void mark_failing_line(IDispatch* control, const Variant& line_number) {
+    const long line = automation::to_long(line_number);
     if (is_text_box(control))
-        MarkScriptLine(control, automation::to_short(Variant(line_number - 1)));
+        MarkScriptLine(control, automation::to_short(Variant(line - 1)));
     else
-        mark_editor_line(control, line_number);
+        mark_editor_line(control, line);
 }
 
 }  // namespace tessera

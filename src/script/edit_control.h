@@ -13,6 +13,6 @@ bool is_text_box(IDispatch* control) noexcept;
 std::wstring script_in(IDispatch* control);
 
 // Selects the failing line and gives the control the focus. The first line is 1.
-void mark_failing_line(IDispatch* control, long line_number);
+void mark_failing_line(IDispatch* control, const automation::Variant& line_number);
 
 }  // namespace tessera

@@ -1,7 +1,6 @@
 #include "script/stored_script.h"
 
 #include "automation/conversion.h"
-#include "host/error_boundary.h"
 #include "script/script_text.h"
 
 namespace tessera {
@@ -75,7 +74,7 @@ void write_script(const ComPtr<IKelosAttribute>& attribute, std::wstring_view sc
 
 bool IsVexScriptEmptyOrNothing(IKelosDocument* document) noexcept {
     bool empty = true;
-    guarded({L"Tessera.VexScript", L"Function IsVexScriptEmptyOrNothing"}, [&] {
+    guarded(vex_script_member(L"Function IsVexScriptEmptyOrNothing"), [&] {
         if (!document) return;
         if (const auto attribute = attribute_of(document))
             empty = is_empty_script(script_value(attribute).u16());

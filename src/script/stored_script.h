@@ -2,9 +2,15 @@
 #pragma once
 
 #include "automation/call.h"
+#include "host/error_boundary.h"
 #include "kelos.h"
 
 namespace tessera {
+
+// A member of the class VexScript, whose parts this room's files are.
+constexpr MemberName vex_script_member(const wchar_t* label) {
+    return {L"Tessera.VexScript", label};
+}
 
 // The attribute that holds the document's script; nothing when there is none. A document that
 // delegates has it on its delegate, which the current user must be allowed to write.

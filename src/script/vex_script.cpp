@@ -23,9 +23,13 @@ using automation::view_of;
 
 namespace {
 
-constexpr MemberName member(const wchar_t* label) {
-    return {L"Tessera.VexScript", label};
-}
+constexpr MemberName get_edit_control = vex_script_member(L"Public Property Get 'EditControl'");
+constexpr MemberName script_error = vex_script_member(L"Public Sub OnScriptError");
+constexpr MemberName execute_script = vex_script_member(L"Public Function 'Execute'");
+constexpr MemberName get_workset = vex_script_member(L"Public Property Get 'WorkSet'");
+constexpr MemberName get_document = vex_script_member(L"Public Property Get 'Document'");
+constexpr MemberName get_vex_script = vex_script_member(L"GetVexScript");
+constexpr MemberName set_vex_script_text = vex_script_member(L"SetVexScript");
 
 constexpr wchar_t global_module[] = L"Global";
 constexpr wchar_t script_module[] = L"VexScriptRun";
@@ -37,11 +41,11 @@ Bstr text_property(IDispatch* object, const wchar_t* name) {
     return automation::to_text(automation::get_property(object, name));
 }
 
-Bstr error_message(IDispatch* error, long line_number) {
+Bstr error_message(IDispatch* error, const Variant& line_number) {
     const Bstr description = text_property(error, L"Description");
     const Bstr item = text_property(error, L"Item");
     const Bstr source = text_property(error, L"Source");
-    const Bstr number(std::to_wstring(line_number));
+    const Bstr number = automation::to_text(line_number);
     const Bstr line = text_property(error, L"LineText");
     return Bstr(script_error_message(
         {description.u16(), item.u16(), source.u16(), number.u16(), line.u16()}));
@@ -60,40 +64,27 @@ bool run_script(ScriptEngine& engine, std::wstring_view script, IDispatch* objec
 
 }  // namespace
 
-STDMETHODIMP VexScript::get_EditControl(IDispatch** Result) {
-    return trapped(Result, member(L"Public Property Get 'EditControl'"),
-                   [&](auto& result) { result = edit_control_; });
-}
-
-STDMETHODIMP VexScript::put_EditControl(IDispatch* NewValue) {
-    return trapped(member(L"Public Property Let 'EditControl'"), [&] { edit_control_ = NewValue; });
-}
-
-STDMETHODIMP VexScript::putref_EditControl(IDispatch* NewValue) {
-    return trapped(member(L"Public Property Set 'EditControl'"), [&] { edit_control_ = NewValue; });
-}
-
-STDMETHODIMP VexScript::OnScriptError(IDispatch* ScriptError) {
-    return trapped(member(L"Public Sub OnScriptError"), [&] {
-        const long line_number =
-            automation::to_long(automation::get_property(ScriptError, L"LineNr"));
-        const Bstr message = error_message(ScriptError, line_number);
+// The user sees the message before the line number is taken as a number.
+void VexScript::on_script_error(IDispatch* error) noexcept {
+    guarded(script_error, [&] {
+        const Variant line_number = automation::get_property(error, L"LineNr");
+        const Bstr message = error_message(error, line_number);
         show_message(message.view(), style_ok, message_title);
         mark_failing_line(edit_control_.get(), line_number);
         last_error_text_ = message;
     });
 }
 
-STDMETHODIMP VexScript::Execute(BSTR ScrText, IXMLDOMDocument** Result) {
-    return trapped(Result, member(L"Public Function 'Execute'"), [&](dom::Document& result) {
-        std::wstring script(view_of(ScrText));
+dom::Document VexScript::execute(std::wstring_view text) noexcept {
+    return guarded_result<dom::Document>(execute_script, [&](dom::Document& result) {
+        std::wstring script(text);
         if (script.empty() && edit_control_) script = script_in(edit_control_.get());
         script = trim_blanks(std::wstring_view(script));
         if (!script.empty()) result = run(script);
     });
 }
 
-ComPtr<IXMLDOMDocument> VexScript::run(const std::wstring& script) {
+dom::Document VexScript::run(const std::wstring& script) {
     last_error_text_ = Bstr();
     const Bstr unexpected_error = translate(key_unexpected_error);
     ScriptEngine engine;
@@ -114,52 +105,81 @@ ComPtr<IXMLDOMDocument> VexScript::run(const std::wstring& script) {
     return get(global->contents_root().node(), &IXMLDOMNode::get_ownerDocument);
 }
 
+Bstr VexScript::vex_script(IKelosDocument* document) noexcept {
+    return guarded_result<Bstr>(get_vex_script, [&](Bstr& result) {
+        document_ = document;
+        if (IsVexScriptEmptyOrNothing(document) && ISMappingTable(document))
+            set_vex_script(document, automation::as_wide(default_mapping_script()));
+        if (const auto attribute = script_attribute(document)) result = read_script(attribute);
+    });
+}
+
+bool VexScript::set_vex_script(IKelosDocument* document, std::wstring_view script) noexcept {
+    return guarded_result<bool>(set_vex_script_text, [&](bool& stored) {
+        const auto attribute = script_attribute_created(document);
+        if (!attribute) return;
+        write_script(attribute, script);
+        stored = true;
+    });
+}
+
+// ---------------------------------------------------------------------------------------------
+// Automation
+// ---------------------------------------------------------------------------------------------
+
+STDMETHODIMP VexScript::get_EditControl(IDispatch** Result) {
+    return give(Result, edit_control_, get_edit_control);
+}
+
+STDMETHODIMP VexScript::put_EditControl(IDispatch* NewValue) {
+    return keep(edit_control_, NewValue);
+}
+
+STDMETHODIMP VexScript::putref_EditControl(IDispatch* NewValue) {
+    return keep(edit_control_, NewValue);
+}
+
+STDMETHODIMP VexScript::OnScriptError(IDispatch* ScriptError) {
+    on_script_error(ScriptError);
+    return S_OK;
+}
+
+STDMETHODIMP VexScript::Execute(BSTR ScrText, IXMLDOMDocument** Result) {
+    return answer(Result, execute_script, [&] { return execute(view_of(ScrText)); });
+}
+
 STDMETHODIMP VexScript::get_WorkSet(IKelosWorkset** Result) {
-    return trapped(Result, member(L"Public Property Get 'WorkSet'"),
-                   [&](auto& result) { result = workset_; });
+    return give(Result, workset_, get_workset);
 }
 
 STDMETHODIMP VexScript::put_WorkSet(IKelosWorkset* NewValue) {
-    return trapped(member(L"Public Property Let 'WorkSet'"), [&] { workset_ = NewValue; });
+    return keep(workset_, NewValue);
 }
 
 STDMETHODIMP VexScript::putref_WorkSet(IKelosWorkset* NewValue) {
-    return trapped(member(L"Public Property Set 'WorkSet'"), [&] { workset_ = NewValue; });
+    return keep(workset_, NewValue);
 }
 
 STDMETHODIMP VexScript::get_Document(IKelosDocument** Result) {
-    return trapped(Result, member(L"Public Property Get 'Document'"),
-                   [&](auto& result) { result = document_; });
+    return give(Result, document_, get_document);
 }
 
 STDMETHODIMP VexScript::put_Document(IKelosDocument* NewValue) {
-    return trapped(member(L"Public Property Let 'Document'"), [&] { document_ = NewValue; });
+    return keep(document_, NewValue);
 }
 
 STDMETHODIMP VexScript::putref_Document(IKelosDocument* NewValue) {
-    return trapped(member(L"Public Property Set 'Document'"), [&] { document_ = NewValue; });
+    return keep(document_, NewValue);
 }
 
 // `Create` is accepted and not read: the default script is stored whenever there is none.
 STDMETHODIMP VexScript::GetVexScript(IKelosDocument* Document, VARIANT_BOOL, BSTR* Result) {
-    return trapped(Result, member(L"GetVexScript"), [&](Bstr& result) {
-        document_ = Document;
-        if (IsVexScriptEmptyOrNothing(Document) && ISMappingTable(Document)) {
-            const Bstr script(default_mapping_script());
-            VARIANT_BOOL stored = VARIANT_FALSE;
-            SetVexScript(Document, script.get(), &stored);
-        }
-        if (const auto attribute = script_attribute(Document)) result = read_script(attribute);
-    });
+    return answer(Result, get_vex_script, [&] { return vex_script(Document); });
 }
 
 STDMETHODIMP VexScript::SetVexScript(IKelosDocument* Document, BSTR Script, VARIANT_BOOL* Result) {
-    return trapped(Result, member(L"SetVexScript"), [&](VARIANT_BOOL& result) {
-        const auto attribute = script_attribute_created(Document);
-        if (!attribute) return;
-        write_script(attribute, view_of(Script));
-        result = VARIANT_TRUE;
-    });
+    return answer(Result, set_vex_script_text,
+                  [&] { return set_vex_script(Document, view_of(Script)); });
 }
 
 }  // namespace tessera

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "archive/dom.h"
 #include "automation/object.h"
 #include "tessera.h"
 
@@ -13,6 +14,16 @@ namespace tessera {
 class VexScript : public automation::Object<VexScript, ITesseraVexScript> {
   public:
     static constexpr CLSID class_id = __uuidof(::VexScript);
+
+    // Runs the script, or the edit control's when there is none. The content document that it made;
+    // nothing when it was empty or failed.
+    dom::Document execute(std::wstring_view text) noexcept;
+    // Shows the engine's error, marks its line and keeps its message.
+    void on_script_error(IDispatch* error) noexcept;
+    // The document's script. The default script is stored first where a mapping table has none.
+    automation::Bstr vex_script(IKelosDocument* document) noexcept;
+    // Whether the script was stored.
+    bool set_vex_script(IKelosDocument* document, std::wstring_view script) noexcept;
 
     STDMETHODIMP get_EditControl(IDispatch** Result) override;
     STDMETHODIMP put_EditControl(IDispatch* NewValue) override;
@@ -29,7 +40,7 @@ class VexScript : public automation::Object<VexScript, ITesseraVexScript> {
     STDMETHODIMP SetVexScript(IKelosDocument* Document, BSTR Script, VARIANT_BOOL* Result) override;
 
   private:
-    automation::ComPtr<IXMLDOMDocument> run(const std::wstring& script);
+    dom::Document run(const std::wstring& script);
 
     automation::ComPtr<IDispatch> edit_control_;
     automation::Bstr last_error_text_;

@@ -133,6 +133,23 @@ TEST_CASE_FIXTURE(HostFunctionsFixture, "units are found on attributes only") {
     CHECK(error(1) == L"Tessera.GFunctions|Public Function 'GetKelosPhysUnit'");
 }
 
+TEST_CASE_FIXTURE(HostFunctionsFixture, "a unit that was found counts although a later one fails") {
+    const auto attribute = get(object(L"Anlage|Pumpe"), &IKelosObject::AttributeByFullName,
+                               Bstr(L"Process.Pressure").get());
+    const auto unit_of_bar = [&] {
+        return get(functions, &ITesseraGFunctions::GetKelosPhysUnit, attribute.get(),
+                   Bstr(L"BAR").get())
+            .str();
+    };
+    call(kit, &IHostKit::FailCall, 0L, 0L);
+    CHECK(unit_of_bar() == L"PRESSURE.BAR");
+    const long last_call = get(kit, &IHostKit::get_CountedCalls);
+    call(kit, &IHostKit::FailCall, last_call, static_cast<long>(E_ACCESSDENIED));
+    CHECK(unit_of_bar() == L"PRESSURE.BAR");
+    CHECK(error_count() == 1);
+    call(kit, &IHostKit::FailCall, 0L, 0L);
+}
+
 TEST_CASE_FIXTURE(HostFunctionsFixture,
                   "a document has a mapping table when one of its objects does") {
     const auto is_mapping_table = [&](const wchar_t* name) {

@@ -161,6 +161,21 @@ TEST_CASE_FIXTURE(ProgressFixture, "a form opens although its look or its texts 
     }
 }
 
+TEST_CASE_FIXTURE(ProgressFixture, "who writes undo states back hears of a failure") {
+    start();
+    const auto written = form_as<ITesseraPrgFrm>();
+    fail(L"WorksetObject.putref_OuterUndoState");
+    CHECK(FAILED(written->SetUndoState()));
+    CHECK(take_errors().empty());
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "a click that waits is not lost when work begins") {
+    percentage(0);
+    PostMessageW(button(), BM_CLICK, 0, 0);
+    percentage(0);
+    CHECK(state() == uccStateAbort);
+}
+
 TEST_CASE_FIXTURE(ProgressFixture, "a window that the user or the host takes away does no harm") {
     percentage(10);
     const auto bridge = get(form_as<IKelosVBUsercontrol>(), &IKelosVBUsercontrol::get_WPFControl);

@@ -9,6 +9,12 @@ namespace test {
 
 class ProgressFixture : public WatchedProject {
   public:
+    // Before the base class looks for what is still alive: the host keeps a controller whose form
+    // is open.
+    ~ProgressFixture() {
+        if (progress) progress->StopProcess();
+    }
+
     uceProgressState state() const { return get(progress, &ITesseraProgress::get_State); }
     void percentage(short value) const { call(progress, &ITesseraProgress::put_Percentage, value); }
     void start() const { call(progress, &ITesseraProgress::StartProcess); }

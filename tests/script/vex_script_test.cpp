@@ -132,6 +132,15 @@ TEST_CASE_FIXTURE(RunnerFixture, "an error in a plain text box's script marks it
     }
 }
 
+TEST_CASE_FIXTURE(RunnerFixture, "an error in a line that the editor has not is told once") {
+    use(document(L"Leer"));
+    const auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
+    use_text_box(control);
+    CHECK_FALSE(execute(L"Sub DoVex()\r\na = 1\r\nx = 1 / 0\r\nEnd Sub"));
+    CHECK(message_count() == 1);
+    CHECK(error_count() == 0);
+}
+
 TEST_CASE_FIXTURE(RunnerFixture, "what a host object raises arrives with its own words") {
     use(document(L"Datenblatt"));
     const auto box = create<IKelosTextBox>(L"Kelos.TextBox");
