@@ -22,30 +22,30 @@ class Apartment {
     Apartment& operator=(const Apartment&) = delete;
 };
 
-int run_command(const Arguments& arguments, Console& console) {
+int with_com(int (*command)(const Arguments&, Console&), const Arguments& arguments,
+             Console& console) {
     const Apartment apartment;
     catch_interrupts();
-    switch (arguments.command) {
-        case Command::export_document:
-            return run_export(arguments, console);
-        case Command::query:
-            return run_query(arguments, console);
-        default:
-            return run_decode(arguments, console);
-    }
+    return command(arguments, console);
 }
 
 int run(std::span<const wchar_t* const> given, Console& console) {
     const Arguments arguments = parse_arguments(given);
-    if (arguments.command == Command::help) {
-        console.out.write(help_text());
-        return exit_success;
+    switch (arguments.command) {
+        case Command::help:
+            console.out.write(help_text());
+            break;
+        case Command::version:
+            console.out.write_line(L"tessera " TESSERA_VERSION);
+            break;
+        case Command::export_document:
+            return with_com(run_export, arguments, console);
+        case Command::query:
+            return with_com(run_query, arguments, console);
+        case Command::decode:
+            return with_com(run_decode, arguments, console);
     }
-    if (arguments.command == Command::version) {
-        console.out.write_line(L"tessera " TESSERA_VERSION);
-        return exit_success;
-    }
-    return run_command(arguments, console);
+    return exit_success;
 }
 
 int failed(Console& console, const std::wstring& text, int code) noexcept {

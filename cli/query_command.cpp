@@ -98,9 +98,10 @@ class Query {
                 return write_complete();
             case QueryFormat::rows:
                 return write_rows();
-            default:
-                return write_strings();
+            case QueryFormat::strings:
+                break;
         }
+        return write_strings();
     }
 
     Written write_whole(const dom::Document& document, const wchar_t* noun) {

@@ -1,6 +1,5 @@
 #include "server/registrar.h"
 
-#include <ranges>
 #include <string>
 
 #include "automation/error.h"
@@ -72,8 +71,9 @@ HRESULT register_classes() noexcept {
 HRESULT unregister_classes() noexcept {
     try {
         HRESULT first_failure = S_OK;
-        for (const ClassEntry& entry : module_classes() | std::views::reverse) {
-            const HRESULT result = remove_class(entry);
+        const std::span<const ClassEntry> classes = module_classes();
+        for (auto entry = classes.rbegin(); entry != classes.rend(); ++entry) {
+            const HRESULT result = remove_class(*entry);
             if (SUCCEEDED(first_failure)) first_failure = result;
         }
         const HRESULT result = unregister_type_libraries();
