@@ -19,7 +19,7 @@ struct ContentRow {
 };
 
 std::wstring data_of(const dom::Node& item) {
-    return std::wstring(dom::attribute(item, Bstr(L"Data")).text());
+    return std::wstring(dom::attribute(item, automation::Bstr(L"Data")).text());
 }
 
 using Field = std::wstring ContentRow::*;

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "archive/dom.h"
+#include "automation/dom.h"
 #include "automation/object.h"
 #include "tessera.h"
 

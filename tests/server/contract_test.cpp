@@ -29,7 +29,9 @@ TEST_CASE("The type libraries are the listed ones") {
         const std::wstring name = std::filesystem::path(file).stem().wstring() + L".txt";
         const std::string listing = test::list_type_library(file);
         if (listing == content_of(test::test_data(L"server/contract/" + name))) continue;
-        FAIL_CHECK(file + L" differs from tests/server/contract/" + name +
-                   L"; when the change is meant, copy " + save(name, listing) + L" there");
+        const std::wstring advice = file + L" differs from tests/server/contract/" + name +
+                                    L"; when the change is meant, copy " + save(name, listing) +
+                                    L" there";
+        FAIL_CHECK(advice);
     }
 }
