@@ -170,16 +170,16 @@ TEST_CASE_FIXTURE(HostFunctionsFixture, "encoding asks the host's compressor and
     CHECK(calls() ==
           LR"(
 new Kelos.ByteCompressor
-new Kelos.ByteTextEncoder
 ByteCompressor.Compress
+new Kelos.ByteTextEncoder
 ByteTextEncoder.EncodeBytes
 )");
     CHECK(text(decode, encoded) == L"text");
     CHECK(calls() ==
           LR"(
-new Kelos.ByteCompressor
 new Kelos.ByteTextEncoder
 ByteTextEncoder.DecodeText "S0JDMQgAAAB4nCthSGWoYChhAAAIzgHG"
+new Kelos.ByteCompressor
 ByteCompressor.Expand
 )");
 }

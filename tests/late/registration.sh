@@ -62,16 +62,19 @@ sed -n '/^```vb$/,/^```$/p' README.md | sed '1d;$d' | cmp -s - samples/content_l
     grep -qx 'Pumpen!B3  Description' || fail "content_list.vbs"
 
 # The sample's own mapping table, and the mapping scripts, each by a row that only it maps.
-written=$(mktemp)
-"$wine" "$bin/tessera.exe" export samples/plant.xml --document Anlagenliste --out "Z:$written" |
-    tr -d '\r' | grep -q '^[0-9]* rows, 0 messages, 0 errors$' || fail "plant.xml was not mapped"
+written=$snapshots/content.xml
+# expect_row <pattern> <argument>…: a line of what the tool prints for an export.
 expect_row() {
-    "$wine" "$bin/tessera.exe" export samples/plant.xml --document Pumpendatenblatt --script "$1" \
-        --out "Z:$written" | tr -d '\r' | grep -q "$2" || fail "$1 did not map: $2"
+    local pattern=$1 printed
+    shift
+    printed=$("$wine" "$bin/tessera.exe" export samples/plant.xml "$@" --out "Z:$written" 2>&1 |
+        tr -d '\r')
+    grep -q "$pattern" <<<"$printed" || fail "export $*: no line $pattern in: $printed"
 }
-expect_row samples/mapping_pumps.vbs '^Pumpen  *C3 .*Process.Flow .* IO$'
-expect_row samples/mapping_languages.vbs '^Bereiche  *B1 '
-rm -f "$written"
+expect_row '^[0-9]* rows, 0 messages, 0 errors$' --document Anlagenliste
+expect_row '^Pumpen  *C3 .*Process.Flow .* IO$' \
+    --document Pumpendatenblatt --script samples/mapping_pumps.vbs
+expect_row '^Bereiche  *B1 ' --document Pumpendatenblatt --script samples/mapping_languages.vbs
 
 unregister Tessera
 works KelosHostKit

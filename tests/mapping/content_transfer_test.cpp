@@ -177,8 +177,7 @@ TEST_CASE_FIXTURE(MappingFixture, "value lists come with all their values and th
     CHECK(test::values(last()).find(L"Stahl") != std::wstring::npos);
     CHECK(test::values(last()).find(L"Guss") != std::wstring::npos);
     const auto presentation = dom::child_named(last(), L"Presentation");
-    CHECK(dom::attribute(presentation, L"Data"_bstr).text() ==
-          std::to_wstring(kprComboBox));
+    CHECK(dom::attribute(presentation, L"Data"_bstr).text() == std::to_wstring(kprComboBox));
 }
 
 TEST_CASE_FIXTURE(MappingFixture, "everything else is an expression on the object") {

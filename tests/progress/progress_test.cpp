@@ -202,7 +202,8 @@ TEST_CASE_FIXTURE(ProgressFixture, "failures are reported by the member that the
     }
 }
 
-TEST_CASE_FIXTURE(ProgressFixture, "the host gets the controller itself and keeps it with its form") {
+TEST_CASE_FIXTURE(ProgressFixture,
+                  "the host gets the controller itself and keeps it with its form") {
     percentage(10);
     const HWND shown = window();
     const auto kept = form_controller();

@@ -10,8 +10,7 @@
 namespace test {
 
 // The data of an item below a record of a "Content" element, as "Type:Data"; empty when missing.
-inline std::wstring item(const dom::Node& content, const wchar_t* record,
-                         const wchar_t* name) {
+inline std::wstring item(const dom::Node& content, const wchar_t* record, const wchar_t* name) {
     using namespace automation::literals;
     const dom::Node title = dom::child_named(content, record);
     const dom::Node node = title ? dom::child_named(title, name) : dom::Node();
