@@ -1,5 +1,12 @@
 # Test programs. Every suite is one doctest program and one ctest entry; a hang is a failure.
 
+# label_test(<name> <label>): what kind of test it is, and of which room: tools/mutants.py runs the
+# tests of a fault's room (ctest -L room:codec) before all others.
+function(label_test name label)
+    get_filename_component(room ${CMAKE_CURRENT_SOURCE_DIR} NAME)
+    set_tests_properties(${name} PROPERTIES LABELS "${label};room:${room}")
+endfunction()
+
 # add_unit_test(<name> SOURCES …): portable code. Runs natively and, cross-compiled, under Wine.
 function(add_unit_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
@@ -8,7 +15,8 @@ function(add_unit_test name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_include_directories(${name} SYSTEM PRIVATE ${TESSERA_DOCTEST_INCLUDE})
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS unit TIMEOUT 600)
+    label_test(${name} unit)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
 endfunction()
 
 # Windows code. The test programs reach the build's DLLs through their side-by-side manifests,
@@ -41,7 +49,8 @@ function(add_windows_test name label)
     add_dependencies(${name} tessera_interfaces_files)
     add_dependencies(${name} Tessera KelosHostKit)
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT 600)
+    label_test(${name} ${label})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
     if(ARG_LOCK)
         set_tests_properties(${name} PROPERTIES RESOURCE_LOCK "${ARG_LOCK}")
     endif()
