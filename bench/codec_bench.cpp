@@ -20,9 +20,9 @@ using namespace tessera;
 
 namespace {
 
-constexpr std::size_t kMegabyte = 1'048'576 / sizeof(char16_t);
+constexpr std::size_t megabyte = 1'048'576 / sizeof(char16_t);
 
-const AnsiCodePage& kPage = AnsiCodePage::windows_1252();
+const AnsiCodePage& page_1252 = AnsiCodePage::windows_1252();
 bool all_met = true;
 
 // Processor time for what takes long, since other processes take their share of it; it is too
@@ -69,11 +69,11 @@ void print_heading(const char* what, const char* other) {
 
 void compare_with_reference(const char* what, const std::u16string& text, double goal) {
     const auto character_of_byte = [](std::size_t byte) {
-        return kPage.to_char(static_cast<std::uint8_t>(byte));
+        return page_1252.to_char(static_cast<std::uint8_t>(byte));
     };
     std::u16string compressed;
     std::u16string expected;
-    const double own = best_seconds([&] { compressed = LCSSCompress(text, kPage); });
+    const double own = best_seconds([&] { compressed = LCSSCompress(text, page_1252); });
     const double other =
         best_seconds([&] { expected = reference::compress(text, character_of_byte); });
     print_row(what, text.size(), own, other, other / own, goal);
@@ -86,15 +86,15 @@ void compare_with_reference(const char* what, const std::u16string& text, double
 void compare_compressors() {
     print_heading("compress", "reference ms");
     samples::RandomTexts random(1);
-    compare_with_reference("query rows", random.query_rows(kMegabyte), 20);
+    compare_with_reference("query rows", random.query_rows(megabyte), 20);
     // A quarter and an eighth of 1 MB: the reference takes its time per character.
-    compare_with_reference("no repeats", samples::without_repeats(kMegabyte / 4), 5);
-    compare_with_reference("random bytes",
-                           random.from(samples::without_repeats(256), kMegabyte / 8), 1);
-    compare_with_reference("one character", std::u16string(kMegabyte, u'x'), 1);
+    compare_with_reference("no repeats", samples::without_repeats(megabyte / 4), 5);
+    compare_with_reference("random bytes", random.from(samples::without_repeats(256), megabyte / 8),
+                           1);
+    compare_with_reference("one character", std::u16string(megabyte, u'x'), 1);
     for (const std::size_t period : {2, 3, 17, 100, 254, 255, 256, 260}) {
         const std::string what = "period " + std::to_string(period);
-        compare_with_reference(what.c_str(), samples::periodic(period, kMegabyte), 1);
+        compare_with_reference(what.c_str(), samples::periodic(period, megabyte), 1);
     }
 }
 
@@ -117,26 +117,27 @@ void compare_with_memcpy(const char* what, std::size_t characters, double goal, 
 void compare_others() {
     print_heading("decompress, UU", "memcpy ms");
     samples::RandomTexts random(1);
-    for (const std::size_t length : {kMegabyte / 4, kMegabyte / 2, kMegabyte}) {
-        const std::u16string compressed = LCSSCompress(random.query_rows(length), kPage);
+    for (const std::size_t length : {megabyte / 4, megabyte / 2, megabyte}) {
+        const std::u16string compressed = LCSSCompress(random.query_rows(length), page_1252);
         compare_with_memcpy("LCSSDecompress, query rows", length, 0.05,
-                            [&] { return LCSSDecompress(compressed, kPage); });
+                            [&] { return LCSSDecompress(compressed, page_1252); });
     }
-    const std::u16string rows = random.query_rows(kMegabyte);
-    compare_with_memcpy("UUEncode, query rows", kMegabyte, 0.15,
-                        [&] { return UUEncode(rows, kPage); });
-    const std::u16string encoded = UUEncode(rows, kPage).substr(0, kMegabyte);
-    compare_with_memcpy("UUDecode, query rows", kMegabyte, 0.15,
-                        [&] { return UUDecode(encoded, kPage, {}); });
+    const std::u16string rows = random.query_rows(megabyte);
+    compare_with_memcpy("UUEncode, query rows", megabyte, 0.15,
+                        [&] { return UUEncode(rows, page_1252); });
+    const std::u16string encoded = UUEncode(rows, page_1252).substr(0, megabyte);
+    compare_with_memcpy("UUDecode, query rows", megabyte, 0.15,
+                        [&] { return UUDecode(encoded, page_1252, {}); });
     // What a vector cannot convert: every eighth byte has no character of the same value.
-    std::u16string bytes = random.from(samples::without_repeats(256), kMegabyte);
-    std::transform(bytes.begin(), bytes.end(), bytes.begin(),
-                   [](char16_t byte) { return kPage.to_char(static_cast<std::uint8_t>(byte)); });
-    compare_with_memcpy("UUEncode, random bytes", kMegabyte, 0,
-                        [&] { return UUEncode(bytes, kPage); });
-    const std::u16string encoded_bytes = UUEncode(bytes, kPage).substr(0, kMegabyte);
-    compare_with_memcpy("UUDecode, random bytes", kMegabyte, 0,
-                        [&] { return UUDecode(encoded_bytes, kPage, {}); });
+    std::u16string bytes = random.from(samples::without_repeats(256), megabyte);
+    std::transform(bytes.begin(), bytes.end(), bytes.begin(), [](char16_t byte) {
+        return page_1252.to_char(static_cast<std::uint8_t>(byte));
+    });
+    compare_with_memcpy("UUEncode, random bytes", megabyte, 0,
+                        [&] { return UUEncode(bytes, page_1252); });
+    const std::u16string encoded_bytes = UUEncode(bytes, page_1252).substr(0, megabyte);
+    compare_with_memcpy("UUDecode, random bytes", megabyte, 0,
+                        [&] { return UUDecode(encoded_bytes, page_1252, {}); });
 }
 
 }  // namespace

@@ -6,31 +6,29 @@
 namespace tessera {
 namespace {
 
-constexpr std::size_t kCharacterValues = 0x10000;
-constexpr std::size_t kAsciiValues = 0x80;
-constexpr std::size_t kFirstLatin = 0xA0;
+constexpr std::size_t character_values = 0x10000;
+constexpr std::size_t ascii_values = 0x80;
+constexpr std::size_t first_latin = 0xA0;
 
 // The only rows in which windows-1252 differs from the first 256 characters of Unicode.
-constexpr std::size_t kFirstSpecialByte = 0x80;
-constexpr std::array<char16_t, 32> kWindows1252Specials = {
+constexpr std::size_t first_special_byte = 0x80;
+constexpr std::array<char16_t, 32> windows_1252_specials = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 AnsiCodePage::ToUnicode windows_1252_characters() {
     AnsiCodePage::ToUnicode characters{};
-    for (std::size_t byte = 0; byte < characters.size(); ++byte) {
+    for (std::size_t byte = 0; byte < characters.size(); ++byte)
         characters[byte] = static_cast<char16_t>(byte);
-    }
-    std::copy(kWindows1252Specials.begin(), kWindows1252Specials.end(),
-              characters.begin() + kFirstSpecialByte);
+    std::copy(windows_1252_specials.begin(), windows_1252_specials.end(),
+              characters.begin() + first_special_byte);
     return characters;
 }
 
 bool is_identity(const AnsiCodePage::ToUnicode& characters, std::size_t first, std::size_t end) {
-    while (first < end && characters[first] == first) {
+    while (first < end && characters[first] == first)
         ++first;
-    }
     return first == end;
 }
 
@@ -56,9 +54,7 @@ bool all_of(std::u16string_view text, WordTest word_passes) {
     for (; text.size() >= 4; text.remove_prefix(4)) {
         std::uint64_t word;
         std::memcpy(&word, text.data(), sizeof word);
-        if (!word_passes(word)) {
-            return false;
-        }
+        if (!word_passes(word)) return false;
     }
     return std::all_of(text.begin(), text.end(), word_passes);
 }
@@ -68,16 +64,14 @@ bool all_of(std::u16string_view text, WordTest word_passes) {
 AnsiCodePage::AnsiCodePage(const ToUnicode& to_unicode, std::uint8_t replacement,
                            std::span<const BestFit> best_fit)
     : to_unicode_(to_unicode),
-      from_unicode_(kCharacterValues, replacement),
-      ascii_is_identity_(is_identity(to_unicode, 0, kAsciiValues)),
-      latin_is_identity_(ascii_is_identity_ && is_identity(to_unicode, kFirstLatin, kByteValues)) {
-    for (const BestFit& entry : best_fit) {
+      from_unicode_(character_values, replacement),
+      ascii_is_identity_(is_identity(to_unicode, 0, ascii_values)),
+      latin_is_identity_(ascii_is_identity_ && is_identity(to_unicode, first_latin, byte_values)) {
+    for (const BestFit& entry : best_fit)
         from_unicode_[entry.character] = entry.byte;
-    }
     // Exact entries come last so that they win; downwards, so that the lower of two bytes wins.
-    for (std::size_t byte = kByteValues; byte-- > 0;) {
+    for (std::size_t byte = byte_values; byte-- > 0;)
         from_unicode_[to_unicode_[byte]] = static_cast<std::uint8_t>(byte);
-    }
 }
 
 void AnsiCodePage::to_bytes(std::u16string_view text, char16_t* bytes) const {
@@ -87,15 +81,12 @@ void AnsiCodePage::to_bytes(std::u16string_view text, char16_t* bytes) const {
 }
 
 void AnsiCodePage::to_chars(std::span<char16_t> bytes) const {
-    for (char16_t& byte : bytes) {
+    for (char16_t& byte : bytes)
         byte = to_char(static_cast<std::uint8_t>(byte));
-    }
 }
 
 bool AnsiCodePage::leaves_unchanged(std::u16string_view text) const {
-    if (latin_is_identity_) {
-        return all_of(text, word_is_latin);
-    }
+    if (latin_is_identity_) return all_of(text, word_is_latin);
     return ascii_is_identity_ && all_of(text, word_is_ascii);
 }
 

@@ -48,22 +48,20 @@ class TokenWriter {
 // Candidates grow in steps, and one that fails is stepped back from, which comes to the longest
 // match. When no step fails, only the full length counts: stored texts are written by this rule.
 Match usable(const Match& longest, std::size_t ahead) {
-    const bool passed_all_steps = longest.length >= ahead - ahead % lcss::kMatchStep;
+    const bool passed_all_steps = longest.length >= ahead - ahead % lcss::match_step;
     return passed_all_steps && longest.length < ahead ? Match{} : longest;
 }
 
 }  // namespace
 
 std::u16string LCSSCompress(std::u16string_view text, const AnsiCodePage& page) {
-    if (text.size() < lcss::kHeadCharacters) {
-        return std::u16string(text);
-    }
-    TokenWriter writer(text.substr(0, lcss::kHeadCharacters), page);
-    MatchIndex index(text, lcss::kWindow);
-    std::size_t at = lcss::kHeadCharacters;
+    if (text.size() < lcss::head_characters) return std::u16string(text);
+    TokenWriter writer(text.substr(0, lcss::head_characters), page);
+    MatchIndex index(text, lcss::window);
+    std::size_t at = lcss::head_characters;
     while (at < text.size()) {
         // A match stops short of the last character, which thus is always a literal.
-        const std::size_t longest = std::min(lcss::kMaxMatch, text.size() - at - 1);
+        const std::size_t longest = std::min(lcss::max_match, text.size() - at - 1);
         index.advance_to(at);
         const Match match = usable(index.longest(text.substr(at, longest)), longest);
         if (match.length == 0) {

@@ -16,10 +16,9 @@ namespace {
 
 // Positions are 32 bits wide with sign and count from 1.
 void check_flag_length(std::int32_t flag_length) {
-    constexpr std::int64_t kFirstToken = lcss::kHeaderCharacters + lcss::kHeadCharacters + 1;
-    if (kFirstToken + flag_length > std::numeric_limits<std::int32_t>::max()) {
+    constexpr std::int64_t first_token = lcss::header_characters + lcss::head_characters + 1;
+    if (first_token + flag_length > std::numeric_limits<std::int32_t>::max())
         throw std::overflow_error("LCSS flag length exceeds the range of positions");
-    }
 }
 
 // Hands out the input piece by piece and never more than there is: the one place where lengths
@@ -58,21 +57,16 @@ class TokenReader {
           page_(page) {}
 
     bool next(Token& token) {
-        if (read_ == count_) {
-            return false;
-        }
+        if (read_ == count_) return false;
         const bool is_reference = read_ < references_.size() && references_[read_];
-        const std::size_t width = is_reference ? lcss::kReferenceCharacters : 1;
-        if (!data_.has(width)) {
-            return false;
-        }
+        const std::size_t width = is_reference ? lcss::reference_characters : 1;
+        if (!data_.has(width)) return false;
         ++read_;
         const std::u16string_view field = data_.take(width);
-        if (is_reference) {
+        if (is_reference)
             token = {true, u'\0', lcss::CharsToDistance(field, page_), page_.to_byte(field.back())};
-        } else {
+        else
             token = {false, field.front(), 0, 1};
-        }
         return true;
     }
 
@@ -87,9 +81,7 @@ class TokenReader {
 // How many characters a token adds to a text of `size` characters. Of a reference, what lies
 // outside the text on either side does not exist; in particular it never reads what it writes.
 std::size_t added_length(const Token& token, std::size_t size) {
-    if (!token.is_reference) {
-        return 1;
-    }
+    if (!token.is_reference) return 1;
     const std::size_t available = std::min(token.distance, size);
     const std::size_t missing = token.distance - available;
     return token.length > missing ? std::min(token.length - missing, available) : 0;
@@ -97,20 +89,18 @@ std::size_t added_length(const Token& token, std::size_t size) {
 
 std::size_t total_length(std::size_t head, TokenReader tokens) {
     std::size_t size = head;
-    for (Token token{}; tokens.next(token);) {
+    for (Token token{}; tokens.next(token);)
         size += added_length(token, size);
-    }
     return size;
 }
 
 // Filling a string character by character takes longer than all the decoding.
 std::u16string text_of_length(std::size_t length) {
-    static constexpr std::array<char16_t, 2048> kBlock{};
+    static constexpr std::array<char16_t, 2048> zeros{};
     std::u16string text;
     text.reserve(length);
-    while (text.size() < length) {
-        text.append(kBlock.data(), std::min(kBlock.size(), length - text.size()));
-    }
+    while (text.size() < length)
+        text.append(zeros.data(), std::min(zeros.size(), length - text.size()));
     return text;
 }
 
@@ -119,18 +109,17 @@ std::u16string text_of_length(std::size_t length) {
 class Output {
   public:
     Output(std::u16string_view head, std::size_t length)
-        : text_(text_of_length(length + kStep)), size_(head.size()) {
+        : text_(text_of_length(length + step_length)), size_(head.size()) {
         head.copy(text_.data(), head.size());
     }
 
     void append(const Token& token) {
         const std::size_t length = added_length(token, size_);
         char16_t* const end = text_.data() + size_;
-        if (token.is_reference) {
+        if (token.is_reference)
             copy_in_steps(end - std::min(token.distance, size_), length, end);
-        } else {
+        else
             *end = token.literal;
-        }
         size_ += length;
     }
 
@@ -140,11 +129,11 @@ class Output {
     }
 
   private:
-    static constexpr std::size_t kStep = 8;
+    static constexpr std::size_t step_length = 8;
 
     static void copy_in_steps(const char16_t* from, std::size_t length, char16_t* to) {
-        for (std::size_t done = 0; done < length; done += kStep) {
-            std::array<char16_t, kStep> step;
+        for (std::size_t done = 0; done < length; done += step_length) {
+            std::array<char16_t, step_length> step;
             std::memcpy(step.data(), from + done, sizeof step);
             std::memcpy(to + done, step.data(), sizeof step);
         }
@@ -157,21 +146,18 @@ class Output {
 }  // namespace
 
 std::u16string LCSSDecompress(std::u16string_view compressed, const AnsiCodePage& page) {
-    if (compressed.size() < lcss::kHeadCharacters) {
-        return std::u16string(compressed);
-    }
+    if (compressed.size() < lcss::head_characters) return std::u16string(compressed);
     Input input(compressed);
-    const std::int32_t count = lcss::CharsToCount(input.take(lcss::kCountCharacters), page);
-    const std::int32_t flag_length = lcss::CharsToCount(input.take(lcss::kCountCharacters), page);
+    const std::int32_t count = lcss::CharsToCount(input.take(lcss::count_characters), page);
+    const std::int32_t flag_length = lcss::CharsToCount(input.take(lcss::count_characters), page);
     check_flag_length(flag_length);
     const auto references =
         lcss::UnpackFlags(input.take(static_cast<std::size_t>(flag_length)), page);
-    const std::u16string_view head = input.take(lcss::kHeadCharacters);
+    const std::u16string_view head = input.take(lcss::head_characters);
     TokenReader tokens(input, count, references, page);
     Output output(head, total_length(head.size(), tokens));
-    for (Token token{}; tokens.next(token);) {
+    for (Token token{}; tokens.next(token);)
         output.append(token);
-    }
     return std::move(output).take();
 }
 

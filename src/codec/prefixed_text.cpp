@@ -3,14 +3,10 @@
 namespace tessera {
 
 PrefixedText split_prefixed_text(std::u16string_view text) {
-    if (!text.starts_with(kEncodePrefix)) {
-        return {EncodedLayout::none, {}};
-    }
-    text.remove_prefix(kEncodePrefix.size());
-    if (!text.starts_with(kHostEncodedMarker)) {
-        return {EncodedLayout::legacy, text};
-    }
-    text.remove_prefix(kHostEncodedMarker.size());
+    if (!text.starts_with(encode_prefix)) return {EncodedLayout::none, {}};
+    text.remove_prefix(encode_prefix.size());
+    if (!text.starts_with(host_encoded_marker)) return {EncodedLayout::legacy, text};
+    text.remove_prefix(host_encoded_marker.size());
     return {EncodedLayout::current, text};
 }
 

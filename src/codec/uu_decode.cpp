@@ -9,30 +9,25 @@
 namespace tessera {
 namespace {
 
-constexpr int kByteLimit = 256;
+constexpr int byte_limit = 256;
 
 // The group arithmetic for codes outside the alphabet: the line is good as long as every result
 // is a byte.
 bool decode_odd_group(const char16_t* codes, char16_t* bytes) {
-    std::array<int, uu::kGroupCharacters> c{};
+    std::array<int, uu::group_characters> c{};
     for (std::size_t i = 0; i < c.size(); ++i) {
-        c[i] = codes[i] == uu::kZeroByte ? 0 : codes[i] - uu::kBase;
-        if (c[i] < 0) {
-            return false;
-        }
+        c[i] = codes[i] == uu::zero_byte ? 0 : codes[i] - uu::base_byte;
+        if (c[i] < 0) return false;
     }
-    const std::array<int, uu::kGroupBytes> values = {
+    const std::array<int, uu::group_bytes> values = {
         c[0] * 4 + c[1] / 16, (c[1] & 15) * 16 + c[2] / 4, (c[2] & 3) * 64 + c[3]};
     std::copy(values.begin(), values.end(), bytes);
-    return std::all_of(values.begin(), values.end(), [](int value) { return value < kByteLimit; });
+    return std::all_of(values.begin(), values.end(), [](int value) { return value < byte_limit; });
 }
 
 uu::LaneBytes decode_odd_groups(const char16_t* codes, std::size_t groups, char16_t* bytes) {
-    for (; groups > 0; --groups, codes += uu::kGroupCharacters, bytes += uu::kGroupBytes) {
-        if (!decode_odd_group(codes, bytes)) {
-            return uu::LaneBytes::invalid;
-        }
-    }
+    for (; groups > 0; --groups, codes += uu::group_characters, bytes += uu::group_bytes)
+        if (!decode_odd_group(codes, bytes)) return uu::LaneBytes::invalid;
     return uu::LaneBytes::any;
 }
 
@@ -44,32 +39,23 @@ class BlockDecoder {
 
     // One line of 1 to 61 characters. A malformed one yields nothing.
     std::optional<UuFault> UUDecodePrv(std::u16string_view line) {
-        const int promised = page_.to_byte(line.front()) - uu::kBase;
-        if (promised < 0) {
-            return UuFault::negative_length;
-        }
-        const std::u16string_view data = line.substr(uu::kLengthCharacters);
-        if (data.size() % uu::kGroupCharacters != 0) {
-            return UuFault::incomplete_group;
-        }
-        const std::size_t groups = data.size() / uu::kGroupCharacters;
+        const int promised = page_.to_byte(line.front()) - uu::base_byte;
+        if (promised < 0) return UuFault::negative_length;
+        const std::u16string_view data = line.substr(uu::length_characters);
+        if (data.size() % uu::group_characters != 0) return UuFault::incomplete_group;
+        const std::size_t groups = data.size() / uu::group_characters;
         const uu::LaneBytes kind = decode_data(data, groups);
-        if (kind == uu::LaneBytes::invalid) {
-            return UuFault::byte_overflow;
-        }
+        if (kind == uu::LaneBytes::invalid) return UuFault::byte_overflow;
         unchanged_ = unchanged_ && kind == uu::LaneBytes::latin;
-        end_ += std::min(groups * uu::kGroupBytes, static_cast<std::size_t>(promised));
-        if (++lines_ == uu::kBlockLines) {
-            flush();
-        }
+        end_ += std::min(groups * uu::group_bytes, static_cast<std::size_t>(promised));
+        if (++lines_ == uu::block_lines) flush();
         return std::nullopt;
     }
 
     void flush() {
         const std::size_t length = static_cast<std::size_t>(end_ - bytes_.data());
-        if (!unchanged_ && !page_.leaves_unchanged({bytes_.data(), length})) {
+        if (!unchanged_ && !page_.leaves_unchanged({bytes_.data(), length}))
             page_.to_chars({bytes_.data(), length});
-        }
         decoded_.append(bytes_.data(), length);
         end_ = bytes_.data();
         lines_ = 0;
@@ -81,11 +67,9 @@ class BlockDecoder {
         // The alphabet is ASCII: characters within it need no conversion.
         if (page_.ascii_is_identity()) {
             const uu::LaneBytes kind = uu::decode_groups(data.data(), groups, end_);
-            if (kind != uu::LaneBytes::invalid) {
-                return kind;
-            }
+            if (kind != uu::LaneBytes::invalid) return kind;
         }
-        std::array<char16_t, uu::kLineCharacters> codes;
+        std::array<char16_t, uu::line_characters> codes;
         page_.to_bytes(data, codes.data());
         return decode_odd_groups(codes.data(), groups, end_);
     }
@@ -103,13 +87,11 @@ class BlockDecoder {
 std::u16string UUDecode(std::u16string_view text, const AnsiCodePage& page,
                         const UuMalformedLineSink& on_malformed_line) {
     std::u16string decoded;
-    decoded.reserve(text.size() / uu::kGroupCharacters * uu::kGroupBytes);
+    decoded.reserve(text.size() / uu::group_characters * uu::group_bytes);
     BlockDecoder lines(page, decoded);
-    for (std::size_t at = 0; at < text.size(); at += uu::kLineCharacters) {
-        const auto fault = lines.UUDecodePrv(text.substr(at, uu::kLineCharacters));
-        if (fault && on_malformed_line) {
-            on_malformed_line({at, *fault});
-        }
+    for (std::size_t at = 0; at < text.size(); at += uu::line_characters) {
+        const auto fault = lines.UUDecodePrv(text.substr(at, uu::line_characters));
+        if (fault && on_malformed_line) on_malformed_line({at, *fault});
     }
     lines.flush();
     return decoded;

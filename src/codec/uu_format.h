@@ -6,23 +6,23 @@
 
 namespace tessera::uu {
 
-inline constexpr std::size_t kGroupBytes = 3;
-inline constexpr std::size_t kGroupCharacters = 4;
+inline constexpr std::size_t group_bytes = 3;
+inline constexpr std::size_t group_characters = 4;
 
-/// A full line: what goes in, and what comes out. The decoder cuts its input at the latter.
-inline constexpr std::size_t kLineBytes = 45;
-inline constexpr std::size_t kLengthCharacters = 1;
-inline constexpr std::size_t kLineCharacters =
-    kLengthCharacters + kLineBytes / kGroupBytes * kGroupCharacters;
+// A full line: what goes in, and what comes out. The decoder cuts its input at the latter.
+inline constexpr std::size_t line_bytes = 45;
+inline constexpr std::size_t length_characters = 1;
+inline constexpr std::size_t line_characters =
+    length_characters + line_bytes / group_bytes * group_characters;
 
-/// A six-bit value is written as the byte `kBase` + value, but zero as the grave accent: a
-/// space at the end of a text does not survive every field that the text travels in.
-inline constexpr int kBase = 32;
-inline constexpr int kSixBitMask = 63;
-inline constexpr int kZeroByte = 96;
+// A six-bit value is written as the byte `base_byte` + value, but zero as the grave accent: a
+// space at the end of a text does not survive every field that the text travels in.
+inline constexpr int base_byte = 32;
+inline constexpr int six_bit_mask = 63;
+inline constexpr int zero_byte = 96;
 
-static_assert(kLineBytes % kGroupBytes == 0, "a full line needs no padding");
-static_assert(kLineCharacters == 61);
-static_assert(kZeroByte - kBase == kSixBitMask + 1, "the grave accent follows the alphabet");
+static_assert(line_bytes % group_bytes == 0, "a full line needs no padding");
+static_assert(line_characters == 61);
+static_assert(zero_byte - base_byte == six_bit_mask + 1, "the grave accent follows the alphabet");
 
 }  // namespace tessera::uu

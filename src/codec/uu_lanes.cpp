@@ -9,47 +9,45 @@
 namespace tessera::uu {
 namespace {
 
-constexpr unsigned kHighestValue = kZeroByte - kBase;
-constexpr unsigned kBeyondAscii = 0xFF80;
+constexpr unsigned highest_value = zero_byte - base_byte;
+constexpr unsigned beyond_ascii = 0xFF80;
 // The high bits of the values from 128 to 159, and what they are.
-constexpr unsigned kHighBits = 0xE0;
-constexpr unsigned kNotLatin = 0x80;
+constexpr unsigned high_bits = 0xE0;
+constexpr unsigned not_latin = 0x80;
 
 char16_t code_of(unsigned value) {
-    return static_cast<char16_t>(value == 0 ? kZeroByte : kBase + value);
+    return static_cast<char16_t>(value == 0 ? zero_byte : base_byte + value);
 }
 
 bool is_latin(unsigned byte) {
-    return (byte & kHighBits) != kNotLatin;
+    return (byte & high_bits) != not_latin;
 }
 
 }  // namespace
 
 LaneBytes encode_groups_portable(const char16_t* bytes, std::size_t groups, char16_t* codes) {
     unsigned seen = 0;
-    for (; groups > 0; --groups, bytes += kGroupBytes, codes += kGroupCharacters) {
+    for (; groups > 0; --groups, bytes += group_bytes, codes += group_characters) {
         seen |= static_cast<unsigned>(bytes[0] | bytes[1] | bytes[2]);
         const unsigned first = bytes[0];
         const unsigned second = bytes[1];
         const unsigned bits = first << 16 | second << 8 | bytes[2];
         codes[0] = code_of(bits >> 18);
-        codes[1] = code_of(bits >> 12 & kSixBitMask);
-        codes[2] = code_of(bits >> 6 & kSixBitMask);
-        codes[3] = code_of(bits & kSixBitMask);
+        codes[1] = code_of(bits >> 12 & six_bit_mask);
+        codes[2] = code_of(bits >> 6 & six_bit_mask);
+        codes[3] = code_of(bits & six_bit_mask);
     }
-    return (seen & kBeyondAscii) == 0 ? LaneBytes::ascii : LaneBytes::any;
+    return (seen & beyond_ascii) == 0 ? LaneBytes::ascii : LaneBytes::any;
 }
 
 LaneBytes decode_groups_portable(const char16_t* codes, std::size_t groups, char16_t* bytes) {
     LaneBytes kind = LaneBytes::latin;
-    for (; groups > 0; --groups, codes += kGroupCharacters, bytes += kGroupBytes) {
+    for (; groups > 0; --groups, codes += group_characters, bytes += group_bytes) {
         unsigned bits = 0;
-        for (std::size_t i = 0; i < kGroupCharacters; ++i) {
-            const unsigned value = static_cast<unsigned>(codes[i]) - kBase;
-            if (value > kHighestValue) {
-                return LaneBytes::invalid;
-            }
-            bits = bits << 6 | (value & kSixBitMask);
+        for (std::size_t i = 0; i < group_characters; ++i) {
+            const unsigned value = static_cast<unsigned>(codes[i]) - base_byte;
+            if (value > highest_value) return LaneBytes::invalid;
+            bits = bits << 6 | (value & six_bit_mask);
         }
         bytes[0] = static_cast<char16_t>(bits >> 16);
         bytes[1] = static_cast<char16_t>(bits >> 8 & 0xFF);
@@ -104,41 +102,41 @@ __m128i encode(__m128i bytes) {
     const __m128i values = _mm_or_si128(low, high);
     // One less, and zero comes last, where the grave accent is.
     const __m128i order =
-        _mm_and_si128(_mm_add_epi16(values, _mm_set1_epi16(-1)), all(kSixBitMask));
-    return _mm_add_epi16(order, all(kBase + 1));
+        _mm_and_si128(_mm_add_epi16(values, _mm_set1_epi16(-1)), all(six_bit_mask));
+    return _mm_add_epi16(order, all(base_byte + 1));
 }
 
 // Four groups of values, a byte each, to four times 24 bits; the first byte is the highest.
 __m128i decode(__m128i values) {
-    const __m128i own = _mm_and_si128(values, all_bytes(kSixBitMask));
-    const __m128i first = _mm_and_si128(_mm_slli_epi16(own, 6), all(kSixBitMask << 6));
+    const __m128i own = _mm_and_si128(values, all_bytes(six_bit_mask));
+    const __m128i first = _mm_and_si128(_mm_slli_epi16(own, 6), all(six_bit_mask << 6));
     const __m128i pairs = _mm_or_si128(first, _mm_srli_epi16(own, 8));
     return _mm_madd_epi16(pairs, _mm_set1_epi32(1 << 16 | 1 << 12));
 }
 
 // The second store takes back what the first writes beyond its group.
 void store_two_groups(char16_t* bytes, __m128i lanes) {
-    constexpr int kTurnRound = _MM_SHUFFLE(3, 0, 1, 2);
-    const __m128i turned = _mm_shufflehi_epi16(_mm_shufflelo_epi16(lanes, kTurnRound), kTurnRound);
+    constexpr int turn_round = _MM_SHUFFLE(3, 0, 1, 2);
+    const __m128i turned = _mm_shufflehi_epi16(_mm_shufflelo_epi16(lanes, turn_round), turn_round);
     store_half(bytes, turned);
-    store_half(bytes + kGroupBytes, _mm_unpackhi_epi64(turned, turned));
+    store_half(bytes + group_bytes, _mm_unpackhi_epi64(turned, turned));
 }
 
 class GroupEncoder {
   public:
     void four_groups(const char16_t* bytes, char16_t* codes) {
         two_groups(bytes, codes);
-        two_groups(bytes + 2 * kGroupBytes, codes + 2 * kGroupCharacters);
+        two_groups(bytes + 2 * group_bytes, codes + 2 * group_characters);
     }
 
     LaneBytes kind() const {
-        const __m128i beyond = _mm_and_si128(seen_, all(kBeyondAscii));
+        const __m128i beyond = _mm_and_si128(seen_, all(beyond_ascii));
         return all_zero(beyond) ? LaneBytes::ascii : LaneBytes::any;
     }
 
   private:
     void two_groups(const char16_t* bytes, char16_t* codes) {
-        const __m128i pair = _mm_unpacklo_epi64(load_half(bytes), load_half(bytes + kGroupBytes));
+        const __m128i pair = _mm_unpacklo_epi64(load_half(bytes), load_half(bytes + group_bytes));
         seen_ = _mm_or_si128(seen_, pair);
         _mm_storeu_si128(reinterpret_cast<__m128i*>(codes), encode(pair));
     }
@@ -150,20 +148,18 @@ class GroupDecoder {
   public:
     void four_groups(const char16_t* codes, char16_t* bytes) {
         // Characters too large for a byte become values that no code has.
-        const __m128i packed = _mm_packus_epi16(load(codes), load(codes + 2 * kGroupCharacters));
-        const __m128i values = _mm_sub_epi8(packed, all_bytes(kBase));
+        const __m128i packed = _mm_packus_epi16(load(codes), load(codes + 2 * group_characters));
+        const __m128i values = _mm_sub_epi8(packed, all_bytes(base_byte));
         highest_ = _mm_max_epu8(highest_, values);
         const __m128i decoded = decode(values);
-        const __m128i high_bits = _mm_and_si128(decoded, all_bytes(kHighBits));
-        not_latin_ = _mm_or_si128(not_latin_, _mm_cmpeq_epi8(high_bits, all_bytes(kNotLatin)));
+        const __m128i top_bits = _mm_and_si128(decoded, all_bytes(high_bits));
+        not_latin_ = _mm_or_si128(not_latin_, _mm_cmpeq_epi8(top_bits, all_bytes(not_latin)));
         store_two_groups(bytes, _mm_unpacklo_epi8(decoded, _mm_setzero_si128()));
-        store_two_groups(bytes + 2 * kGroupBytes, _mm_unpackhi_epi8(decoded, _mm_setzero_si128()));
+        store_two_groups(bytes + 2 * group_bytes, _mm_unpackhi_epi8(decoded, _mm_setzero_si128()));
     }
 
     LaneBytes kind() const {
-        if (!all_zero(_mm_subs_epu8(highest_, all_bytes(kHighestValue)))) {
-            return LaneBytes::invalid;
-        }
+        if (!all_zero(_mm_subs_epu8(highest_, all_bytes(highest_value)))) return LaneBytes::invalid;
         return _mm_movemask_epi8(not_latin_) == 0 ? LaneBytes::latin : LaneBytes::any;
     }
 
@@ -176,15 +172,12 @@ class GroupDecoder {
 template <typename Coder>
 LaneBytes in_fours(const char16_t* from, std::size_t from_width, std::size_t groups, char16_t* to,
                    std::size_t to_width, decltype(&encode_groups_portable) few_groups) {
-    constexpr std::size_t kAtATime = 4;
-    if (groups < kAtATime) {
-        return few_groups(from, groups, to);
-    }
+    constexpr std::size_t at_a_time = 4;
+    if (groups < at_a_time) return few_groups(from, groups, to);
     Coder coder;
-    const std::size_t last = groups - kAtATime;
-    for (std::size_t group = 0; group < last; group += kAtATime) {
+    const std::size_t last = groups - at_a_time;
+    for (std::size_t group = 0; group < last; group += at_a_time)
         coder.four_groups(from + group * from_width, to + group * to_width);
-    }
     coder.four_groups(from + last * from_width, to + last * to_width);
     return coder.kind();
 }
@@ -192,12 +185,12 @@ LaneBytes in_fours(const char16_t* from, std::size_t from_width, std::size_t gro
 }  // namespace
 
 LaneBytes encode_groups(const char16_t* bytes, std::size_t groups, char16_t* codes) {
-    return in_fours<GroupEncoder>(bytes, kGroupBytes, groups, codes, kGroupCharacters,
+    return in_fours<GroupEncoder>(bytes, group_bytes, groups, codes, group_characters,
                                   encode_groups_portable);
 }
 
 LaneBytes decode_groups(const char16_t* codes, std::size_t groups, char16_t* bytes) {
-    return in_fours<GroupDecoder>(codes, kGroupCharacters, groups, bytes, kGroupBytes,
+    return in_fours<GroupDecoder>(codes, group_characters, groups, bytes, group_bytes,
                                   decode_groups_portable);
 }
 

@@ -8,33 +8,33 @@
 
 namespace tessera::uu {
 
-/// The vector loops handle a group of bytes as four lanes: the lane behind the last group of
-/// `bytes` must be there to be read, or overwritten. What it holds does not matter.
-inline constexpr std::size_t kSlackLanes = 1;
+// The vector loops handle a group of bytes as four lanes: the lane behind the last group of
+// `bytes` must be there to be read, or overwritten. What it holds does not matter.
+inline constexpr std::size_t slack_lanes = 1;
 
-/// What is known about byte values, as it can be told in passing.
+// What is known about byte values, as it can be told in passing.
 enum class LaneBytes {
-    ascii,    ///< all are below 128
-    latin,    ///< none is from 128 to 159
-    any,      ///< nothing
-    invalid,  ///< there are none: a code lay outside the alphabet, to which a space belongs
+    ascii,    // all are below 128
+    latin,    // none is from 128 to 159
+    any,      // nothing
+    invalid,  // there are none: a code lay outside the alphabet, to which a space belongs
 };
 
-/// Encodes groups of three bytes as groups of four codes of the alphabet. Tells whether they are
-/// ASCII; values above 255 are not, and make the codes undefined.
+// Encodes groups of three bytes as groups of four codes of the alphabet. Tells whether they are
+// ASCII; values above 255 are not, and make the codes undefined.
 LaneBytes encode_groups(const char16_t* bytes, std::size_t groups, char16_t* codes);
 
-/// Decodes groups of four codes into groups of three bytes. Tells whether they are Latin.
+// Decodes groups of four codes into groups of three bytes. Tells whether they are Latin.
 LaneBytes decode_groups(const char16_t* codes, std::size_t groups, char16_t* bytes);
 
-/// What the two do on machines without vector instructions.
+// What the two do on machines without vector instructions.
 LaneBytes encode_groups_portable(const char16_t* bytes, std::size_t groups, char16_t* codes);
 LaneBytes decode_groups_portable(const char16_t* codes, std::size_t groups, char16_t* bytes);
 
-/// Lines are handled this many at a time: a string cannot be given its size without being filled
-/// first, and appending each line alone costs as much as encoding it.
-inline constexpr std::size_t kBlockLines = 32;
-using BlockBytes = std::array<char16_t, kBlockLines * kLineBytes + kSlackLanes>;
-using BlockCharacters = std::array<char16_t, kBlockLines * kLineCharacters>;
+// Lines are handled this many at a time: a string cannot be given its size without being filled
+// first, and appending each line alone costs as much as encoding it.
+inline constexpr std::size_t block_lines = 32;
+using BlockBytes = std::array<char16_t, block_lines * line_bytes + slack_lanes>;
+using BlockCharacters = std::array<char16_t, block_lines * line_characters>;
 
 }  // namespace tessera::uu

@@ -125,7 +125,7 @@ STDMETHODIMP GFunctions::LCSSDecompress(BSTR strDaten, BSTR* Result) {
 }
 
 STDMETHODIMP GFunctions::get_EncodePrefix(BSTR* Result) {
-    return answer(Result, get_encode_prefix, [] { return Bstr(kEncodePrefix); });
+    return answer(Result, get_encode_prefix, [] { return Bstr(encode_prefix); });
 }
 
 STDMETHODIMP GFunctions::Encode(BSTR InputStr, BSTR* Result) {

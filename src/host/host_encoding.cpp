@@ -84,8 +84,8 @@ Bstr HostEncoding::encode(std::wstring_view text) {
         get(compressor(), &IKelosByteCompressor::Compress, static_cast<VARIANT>(bytes));
     const Bstr encoded =
         get(encoder(), &IKelosByteTextEncoder::EncodeBytes, static_cast<VARIANT>(compressed));
-    std::u16string result(kEncodePrefix);
-    result.append(kHostEncodedMarker).append(encoded.u16());
+    std::u16string result(encode_prefix);
+    result.append(host_encoded_marker).append(encoded.u16());
     return Bstr(result);
 }
 

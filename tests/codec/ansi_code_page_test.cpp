@@ -9,7 +9,7 @@ using namespace tessera;
 
 TEST_CASE("windows-1252 gives every byte back, its unassigned ones as control characters") {
     const AnsiCodePage& page = AnsiCodePage::windows_1252();
-    for (unsigned byte = 0; byte < AnsiCodePage::kByteValues; ++byte) {
+    for (unsigned byte = 0; byte < AnsiCodePage::byte_values; ++byte) {
         CAPTURE(byte);
         const char16_t character = page.to_char(static_cast<std::uint8_t>(byte));
         CHECK(page.to_byte(character) == byte);
@@ -18,9 +18,8 @@ TEST_CASE("windows-1252 gives every byte back, its unassigned ones as control ch
     CHECK(page.to_char(0x80) == u'€');
     CHECK(page.to_char(0x9F) == u'Ÿ');
     CHECK(page.to_char(0xE4) == u'ä');
-    for (const unsigned unassigned : {0x81u, 0x8Du, 0x8Fu, 0x90u, 0x9Du}) {
+    for (const unsigned unassigned : {0x81u, 0x8Du, 0x8Fu, 0x90u, 0x9Du})
         CHECK(page.to_char(static_cast<std::uint8_t>(unassigned)) == unassigned);
-    }
 }
 
 TEST_CASE("a character that the code page does not hold becomes the replacement or its best fit") {

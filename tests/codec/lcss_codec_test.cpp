@@ -15,28 +15,27 @@ using namespace std::string_literals;
 
 namespace {
 
-const AnsiCodePage& kPage = AnsiCodePage::windows_1252();
+const AnsiCodePage& page_1252 = AnsiCodePage::windows_1252();
 
 std::u16string compress(std::u16string_view text) {
-    return LCSSCompress(text, kPage);
+    return LCSSCompress(text, page_1252);
 }
 
 std::u16string decompress(std::u16string_view text) {
-    return LCSSDecompress(text, kPage);
+    return LCSSDecompress(text, page_1252);
 }
 
 std::u16string bytes(std::initializer_list<unsigned> values) {
     std::u16string text;
-    for (const unsigned value : values) {
-        text += kPage.to_char(static_cast<std::uint8_t>(value));
-    }
+    for (const unsigned value : values)
+        text += page_1252.to_char(static_cast<std::uint8_t>(value));
     return text;
 }
 
 // A compressed text whose header tells the truth, unless told otherwise.
 std::u16string stored(unsigned tokens, std::u16string_view flags, std::u16string_view body) {
-    std::u16string text = lcss::CountToChars(static_cast<std::int32_t>(tokens), kPage);
-    text += lcss::CountToChars(static_cast<std::int32_t>(flags.size()), kPage);
+    std::u16string text = lcss::CountToChars(static_cast<std::int32_t>(tokens), page_1252);
+    text += lcss::CountToChars(static_cast<std::int32_t>(flags.size()), page_1252);
     text += flags;
     text += body;
     return text;
@@ -80,27 +79,25 @@ TEST_CASE("flags are padded by as many as stand in the last character") {
                                         {16, 2}}) {
         CAPTURE(flags);
         const std::vector<bool> ones(static_cast<std::size_t>(flags), true);
-        const std::u16string text = lcss::PackFlags(ones, kPage);
+        const std::u16string text = lcss::PackFlags(ones, page_1252);
         CHECK(text.size() == static_cast<std::size_t>(packed));
         std::vector<bool> expected = ones;
         expected.resize(8 * text.size());
-        CHECK(lcss::UnpackFlags(text, kPage) == expected);
+        CHECK(lcss::UnpackFlags(text, page_1252) == expected);
     }
-    CHECK(lcss::PackFlags({true, false, false, true}, kPage) == u"\x09");
+    CHECK(lcss::PackFlags({true, false, false, true}, page_1252) == u"\x09");
 }
 
 TEST_CASE("a count field holds 16 bits, and a larger count makes it vanish") {
-    for (const int count : {0, 1, 255, 256, 0x80FF, 65535}) {
-        CHECK(lcss::CharsToCount(lcss::CountToChars(count, kPage), kPage) == count);
-    }
-    for (const int count : {65536, 0x10000001, 0x7FFFFFFF, -1}) {
-        CHECK(lcss::CountToChars(count, kPage).empty());
-    }
-    CHECK(lcss::CharsToCount(bytes({0x7F, 0xFF, 0xFF, 0xFF}), kPage) == 0x7FFFFFFF);
-    CHECK(lcss::CharsToCount(bytes({0x80, 0, 0, 0}), kPage) == 0);
-    CHECK(lcss::CharsToCount(bytes({1, 1, 1}), kPage) == 0);
-    CHECK(lcss::CharsToDistance(bytes({0xFF, 0x80}), kPage) == 0xFF80);
-    CHECK(lcss::CharsToDistance(bytes({0xFF}), kPage) == 0);
+    for (const int count : {0, 1, 255, 256, 0x80FF, 65535})
+        CHECK(lcss::CharsToCount(lcss::CountToChars(count, page_1252), page_1252) == count);
+    for (const int count : {65536, 0x10000001, 0x7FFFFFFF, -1})
+        CHECK(lcss::CountToChars(count, page_1252).empty());
+    CHECK(lcss::CharsToCount(bytes({0x7F, 0xFF, 0xFF, 0xFF}), page_1252) == 0x7FFFFFFF);
+    CHECK(lcss::CharsToCount(bytes({0x80, 0, 0, 0}), page_1252) == 0);
+    CHECK(lcss::CharsToCount(bytes({1, 1, 1}), page_1252) == 0);
+    CHECK(lcss::CharsToDistance(bytes({0xFF, 0x80}), page_1252) == 0xFF80);
+    CHECK(lcss::CharsToDistance(bytes({0xFF}), page_1252) == 0);
 }
 
 TEST_CASE("a text of 65535 tokens comes back, one more loses its count") {
@@ -163,9 +160,8 @@ TEST_CASE("random input never yields more than it can describe") {
     samples::RandomTexts random(7);
     for (int round = 0; round < 5'000; ++round) {
         std::u16string body;
-        for (std::uint32_t length = random.number(120); length > 0; --length) {
-            body += kPage.to_char(static_cast<std::uint8_t>(random.number(256)));
-        }
+        for (std::uint32_t length = random.number(120); length > 0; --length)
+            body += page_1252.to_char(static_cast<std::uint8_t>(random.number(256)));
         const std::u16string flags = random.from(u"\x03\xFFУ", random.number(10));
         CHECK(decompress(stored(random.number(200), flags, body)).size() <= 85 * body.size());
     }

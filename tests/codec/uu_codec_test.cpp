@@ -14,12 +14,12 @@ using namespace tessera;
 
 namespace {
 
-const AnsiCodePage& kPage = AnsiCodePage::windows_1252();
+const AnsiCodePage& page_1252 = AnsiCodePage::windows_1252();
 
 using Faults = std::vector<std::pair<std::size_t, UuFault>>;
 
 std::u16string decode(std::u16string_view text, Faults* faults = nullptr,
-                      const AnsiCodePage& page = kPage) {
+                      const AnsiCodePage& page = page_1252) {
     return UUDecode(text, page, [&](const UuMalformedLine& line) {
         REQUIRE(faults != nullptr);
         faults->emplace_back(line.position, line.fault);
@@ -28,26 +28,20 @@ std::u16string decode(std::u16string_view text, Faults* faults = nullptr,
 
 // One line, group by group, as the format is described.
 std::optional<std::u16string> decode_line_literally(std::u16string_view line) {
-    const int promised = kPage.to_byte(line[0]) - 32;
-    if (promised < 0 || line.size() % 4 != 1) {
-        return std::nullopt;
-    }
+    const int promised = page_1252.to_byte(line[0]) - 32;
+    if (promised < 0 || line.size() % 4 != 1) return std::nullopt;
     std::u16string text;
     for (std::size_t at = 1; at < line.size(); at += 4) {
         int c[4];
         for (std::size_t i = 0; i < 4; ++i) {
-            c[i] = kPage.to_byte(line[at + i]) - 32;
-            if (c[i] < 0) {
-                return std::nullopt;
-            }
+            c[i] = page_1252.to_byte(line[at + i]) - 32;
+            if (c[i] < 0) return std::nullopt;
             c[i] = c[i] == 64 ? 0 : c[i];
         }
         for (const int byte :
              {c[0] * 4 + c[1] / 16, c[1] % 16 * 16 + c[2] / 4, c[2] % 4 * 64 + c[3]}) {
-            if (byte > 255) {
-                return std::nullopt;
-            }
-            text += kPage.to_char(static_cast<std::uint8_t>(byte));
+            if (byte > 255) return std::nullopt;
+            text += page_1252.to_char(static_cast<std::uint8_t>(byte));
         }
     }
     return text.substr(0, static_cast<std::size_t>(promised));
@@ -55,9 +49,8 @@ std::optional<std::u16string> decode_line_literally(std::u16string_view line) {
 
 std::u16string all_characters() {
     std::u16string characters;
-    for (unsigned byte = 0; byte < 256; ++byte) {
-        characters += kPage.to_char(static_cast<std::uint8_t>(byte));
-    }
+    for (unsigned byte = 0; byte < 256; ++byte)
+        characters += page_1252.to_char(static_cast<std::uint8_t>(byte));
     return characters;
 }
 
@@ -76,16 +69,16 @@ TEST_CASE("texts have the known encoding and come back from it") {
         {std::u16string(45, u'\0') + u"C", u"M" + std::u16string(60, u'`') + u"!0P``"},
     };
     for (const auto& [text, encoded] : cases) {
-        CHECK(UUEncode(text, kPage) == encoded);
+        CHECK(UUEncode(text, page_1252) == encoded);
         CHECK(decode(encoded) == text);
     }
-    CHECK(UUEncode(u"Ж", kPage) == UUEncode(u"?", kPage));
+    CHECK(UUEncode(u"Ж", page_1252) == UUEncode(u"?", page_1252));
 }
 
 TEST_CASE("any text of the code page comes back at every length") {
     samples::RandomTexts random(1);
     const std::u16string alphabets[] = {u"abc <>/=\"", u"aäöüß", all_characters()};
-    for (const AnsiCodePage& page : {kPage, shifted_page(), swapped_page()}) {
+    for (const AnsiCodePage& page : {page_1252, shifted_page(), swapped_page()}) {
         for (std::size_t length = 0; length <= 400; ++length) {
             for (const std::u16string& alphabet : alphabets) {
                 const std::u16string text = random.from(alphabet, length);
@@ -93,15 +86,15 @@ TEST_CASE("any text of the code page comes back at every length") {
             }
         }
     }
-    CHECK(UUEncode(u"ä", kPage) == UUEncode(u"ö", swapped_page()));
-    CHECK(UUEncode(u"Cat", kPage) != UUEncode(u"Cat", shifted_page()));
+    CHECK(UUEncode(u"ä", page_1252) == UUEncode(u"ö", swapped_page()));
+    CHECK(UUEncode(u"Cat", page_1252) != UUEncode(u"Cat", shifted_page()));
     // Several blocks, one of them with a character that needs converting, none with anything
     // behind the last.
     for (const std::size_t length : {1'440, 2'880, 4'320, 10'000}) {
         std::u16string text = random.query_rows(length);
         text[length / 2] = u'€';
         const std::vector<char16_t> exact(text.begin(), text.end());
-        CHECK(decode(UUEncode({exact.data(), exact.size()}, kPage)) == text);
+        CHECK(decode(UUEncode({exact.data(), exact.size()}, page_1252)) == text);
     }
 }
 
@@ -121,7 +114,7 @@ TEST_CASE("the length character drops bytes but cannot add any") {
 }
 
 TEST_CASE("a malformed line is reported and left out, the other lines are kept") {
-    const std::u16string good = UUEncode(std::u16string(45, u'x'), kPage);
+    const std::u16string good = UUEncode(std::u16string(45, u'x'), page_1252);
     std::u16string overflowing = good;
     overflowing[30] = u'\n';
     std::u16string without_length = good;
@@ -132,12 +125,12 @@ TEST_CASE("a malformed line is reported and left out, the other lines are kept")
     CHECK(faults == Faults{{0, UuFault::byte_overflow},
                            {122, UuFault::negative_length},
                            {244, UuFault::incomplete_group}});
-    CHECK(UUDecode(text, kPage, {}) == std::u16string(90, u'x'));
+    CHECK(UUDecode(text, page_1252, {}) == std::u16string(90, u'x'));
 }
 
 TEST_CASE("the input is cut every 61 characters, whatever its lines say") {
     // A short line in front shifts all others out of place.
-    CHECK(decode(u"#0V%T" + UUEncode(std::u16string(45, u'x'), kPage)) == u"Catxxx");
+    CHECK(decode(u"#0V%T" + UUEncode(std::u16string(45, u'x'), page_1252)) == u"Catxxx");
 }
 
 TEST_CASE("lines with odd characters decode as the group arithmetic says") {
@@ -165,9 +158,8 @@ TEST_CASE("vectors and single groups give the same result for any number of grou
     for (std::size_t round = 0; round < 64; ++round) {
         const std::size_t groups = round / 4;
         std::u16string bytes;
-        for (std::size_t i = 0; i < 3 * groups + uu::kSlackLanes; ++i) {
+        for (std::size_t i = 0; i < 3 * groups + uu::slack_lanes; ++i)
             bytes += static_cast<char16_t>(random.number(round % 2 == 0 ? 128 : 256));
-        }
         std::u16string codes(4 * groups, u'\0');
         std::u16string expected = codes;
         // The slack counts for the vectors, so that they may know less.

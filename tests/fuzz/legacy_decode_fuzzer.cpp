@@ -14,9 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const PrefixedText split = split_prefixed_text(text.view());
     fuzz::require(split.layout == EncodedLayout::none ? split.payload.empty()
                                                       : text.view().ends_with(split.payload));
-    if (split.layout != EncodedLayout::legacy) {
-        return 0;
-    }
+    if (split.layout != EncodedLayout::legacy) return 0;
     try {
         const std::u16string compressed = UUDecode(split.payload, fuzz::page(), {});
         fuzz::require(LCSSDecompress(compressed, fuzz::page()).size() <= 85 * compressed.size());
