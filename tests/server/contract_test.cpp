@@ -5,8 +5,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "server/type_library_listing.h"
 #include "support/com_fixture.h"
+#include "type_library_listing.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ std::wstring save(const std::wstring& name, const std::string& listing) {
 TEST_CASE("The type libraries are the listed ones") {
     for (const std::wstring file : {L"Kelos.tlb", L"Tessera.dll", L"KelosHostKit.dll"}) {
         const std::wstring name = std::filesystem::path(file).stem().wstring() + L".txt";
-        const std::string listing = test::list_type_library(file);
+        const std::string listing = tools::list_type_library(file);
         if (listing == content_of(test::test_data(L"server/contract/" + name))) continue;
         const std::wstring advice = file + L" differs from tests/server/contract/" + name +
                                     L"; when the change is meant, copy " + save(name, listing) +

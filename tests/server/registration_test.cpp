@@ -8,22 +8,9 @@
 #include "automation/module.h"
 #include "support/com_fixture.h"
 
-using automation::Bstr;
-using automation::call;
-using automation::ComPtr;
-using automation::get;
-using automation::Variant;
-using test::ComFixture;
-using test::create;
+using namespace test;
 
 namespace {
-
-constexpr const wchar_t* class_names[] = {
-    L"Tessera",   L"KelosObject", L"Property",           L"Value",
-    L"Document",  L"ValueItems",  L"ValueItem",          L"SCGlobal",
-    L"VexScript", L"HQuery",      L"QContent",           L"GFunctions",
-    L"Progress",  L"XMLOptions",  L"OptionMappingTable", L"SpecOptToCollConverter",
-};
 
 ComPtr<ITypeLib> type_library(const wchar_t* file = L"Tessera.dll") {
     ComPtr<ITypeLib> library;
@@ -114,10 +101,9 @@ HRESULT invoke_named(IDispatch* object, const wchar_t* member, std::vector<const
 
 }  // namespace
 
-TEST_CASE_FIXTURE(ComFixture, "all sixteen public classes are in the type library and creatable") {
-    std::set<std::wstring> expected(std::begin(class_names), std::end(class_names));
-    CHECK(coclasses() == expected);
-    for (const std::wstring name : class_names) {
+TEST_CASE_FIXTURE(ComFixture, "all sixteen public classes of the type library are creatable") {
+    CHECK(coclasses().size() == 16);
+    for (const std::wstring& name : coclasses()) {
         CAPTURE(name);
         for (const wchar_t* version : {L"", L".1"}) {
             const std::wstring program_name = L"Tessera." + name + version;
@@ -126,14 +112,6 @@ TEST_CASE_FIXTURE(ComFixture, "all sixteen public classes are in the type librar
             CHECK(automation::type_name(Variant(object.get())).view() == name);
         }
     }
-}
-
-TEST_CASE_FIXTURE(ComFixture, "the library says what the product is") {
-    Bstr name;
-    Bstr help;
-    type_library()->GetDocumentation(-1, name.put(), help.put(), nullptr, nullptr);
-    CHECK(name.view() == L"KelosTessera");
-    CHECK(help.view() == L"Kelos Tessera (Import/Export)");
 }
 
 TEST_CASE_FIXTURE(ComFixture, "a type library holds its own types and refers to those of others") {

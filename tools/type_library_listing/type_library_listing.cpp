@@ -1,4 +1,4 @@
-#include "server/type_library_listing.h"
+#include "type_library_listing.h"
 
 #include <vector>
 
@@ -11,7 +11,7 @@ using automation::check;
 using automation::ComPtr;
 using automation::Variant;
 
-namespace test {
+namespace tools {
 namespace {
 
 using Line = std::wstring;
@@ -243,4 +243,4 @@ std::string list_type_library(const std::wstring& file) {
     return utf8(text);
 }
 
-}  // namespace test
+}  // namespace tools
