@@ -1,13 +1,9 @@
+// Through the DLL: a content document as a whole, its records written, read and missing.
+
 #include "automation/dom.h"
 #include "support/com_fixture.h"
 
-using automation::Bstr;
-using automation::call;
-using automation::ComPtr;
-using automation::get;
-using automation::Variant;
-using test::ComFixture;
-using test::create;
+using namespace test;
 using namespace automation::literals;
 
 namespace {
@@ -236,11 +232,4 @@ TEST_CASE_FIXTURE(ContentFixture,
         static_cast<IXMLDOMNode*>(dom::create_element(other, L"Other"_bstr).get()));
     CHECK_FALSE(new_root(other.get()));  // it has a root of another name
     CHECK(error(error_count()) == L"Tessera.XMLPublics|Public Function 'XML_WriteTitle'");
-}
-
-TEST_CASE_FIXTURE(ContentFixture, "the workset is kept by reference") {
-    CHECK_FALSE(get(content, &ITessera::get_WorkSet));
-    call(content, &ITessera::put_WorkSet, static_cast<IKelosWorkset*>(nullptr));
-    CHECK_FALSE(get(content, &ITessera::get_WorkSet));
-    CHECK(error_count() == 0);
 }
