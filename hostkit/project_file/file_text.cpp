@@ -111,7 +111,7 @@ std::string from_declared(const std::wstring& path, std::string bytes) {
                                      L"ISO-8859-1 are");
 }
 
-std::string decoded(const std::wstring& path, std::string bytes) {
+std::string decoded(const std::wstring& path, std::string&& bytes) {
     using namespace std::string_view_literals;
     if (bytes.starts_with("\xEF\xBB\xBF")) return checked_utf8(path, bytes.substr(3));
     const std::string_view all = bytes;
