@@ -26,6 +26,15 @@ AnsiCodePage::ToUnicode windows_1252_characters() {
     return characters;
 }
 
+// What code pages answer for a byte that they do not assign.
+constexpr char16_t unassigned = 0xFFFD;
+
+AnsiCodePage::ToUnicode with_all_assigned(AnsiCodePage::ToUnicode characters) {
+    for (std::size_t byte = 0; byte < characters.size(); ++byte)
+        if (characters[byte] == unassigned) characters[byte] = static_cast<char16_t>(byte);
+    return characters;
+}
+
 bool is_identity(const AnsiCodePage::ToUnicode& characters, std::size_t first, std::size_t end) {
     while (first < end && characters[first] == first)
         ++first;
@@ -63,10 +72,10 @@ bool all_of(std::u16string_view text, WordTest word_passes) {
 
 AnsiCodePage::AnsiCodePage(const ToUnicode& to_unicode, std::uint8_t replacement,
                            std::span<const BestFit> best_fit)
-    : to_unicode_(to_unicode),
+    : to_unicode_(with_all_assigned(to_unicode)),
       from_unicode_(character_values, replacement),
-      ascii_is_identity_(is_identity(to_unicode, 0, ascii_values)),
-      latin_is_identity_(ascii_is_identity_ && is_identity(to_unicode, first_latin, byte_values)) {
+      ascii_is_identity_(is_identity(to_unicode_, 0, ascii_values)),
+      latin_is_identity_(ascii_is_identity_ && is_identity(to_unicode_, first_latin, byte_values)) {
     for (const BestFit& entry : best_fit)
         from_unicode_[entry.character] = entry.byte;
     // Exact entries come last so that they win; downwards, so that the lower of two bytes wins.

@@ -25,7 +25,9 @@ class AnsiCodePage {
     };
 
     // `to_unicode` gives the character of each byte; when two bytes stand for the same
-    // character, it is written as the lower one. `best_fit` never overrides an exact entry.
+    // character, it is written as the lower one. U+FFFD means that the byte is not assigned; it
+    // then stands for the character of the same value, so that it survives: under UTF-8 that is
+    // every byte above ASCII. `best_fit` never overrides an exact entry.
     explicit AnsiCodePage(const ToUnicode& to_unicode, std::uint8_t replacement = '?',
                           std::span<const BestFit> best_fit = {});
 

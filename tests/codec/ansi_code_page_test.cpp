@@ -46,6 +46,16 @@ TEST_CASE("of two bytes for one character the lower one is written") {
     CHECK(page.to_byte(u'y') == 7);
 }
 
+TEST_CASE("bytes that a code page does not assign survive, as all above ASCII under UTF-8") {
+    AnsiCodePage::ToUnicode characters{};
+    for (std::size_t byte = 0; byte < characters.size(); ++byte)
+        characters[byte] = static_cast<char16_t>(byte < 0x80 ? byte : 0xFFFD);
+    const AnsiCodePage page(characters);
+    for (unsigned byte = 0; byte < AnsiCodePage::byte_values; ++byte)
+        CHECK(page.to_byte(page.to_char(static_cast<std::uint8_t>(byte))) == byte);
+    CHECK(page.to_byte(0xFFFD) == '?');
+}
+
 TEST_CASE("texts whose bytes have the values of their characters are recognised") {
     const AnsiCodePage& page = AnsiCodePage::windows_1252();
     CHECK(page.leaves_unchanged(u""));
