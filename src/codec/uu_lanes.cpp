@@ -60,6 +60,8 @@ LaneBytes decode_groups_portable(const char16_t* codes, std::size_t groups, char
 
 #if TESSERA_UU_SSE2
 
+// Worth its lines by the benchmark, whose goal for both directions is 0.15 of memcpy's speed:
+// query rows encode at 0.21 and decode at 0.30 with vectors, at 0.08 and 0.12 without.
 namespace {
 
 __m128i load_half(const char16_t* from) {
