@@ -40,9 +40,9 @@ class BlockDecoder {
     // One line of 1 to 61 characters. A malformed one yields nothing.
     std::optional<UuFault> UUDecodePrv(std::u16string_view line) {
         const int promised = page_.to_byte(line.front()) - uu::base_byte;
-        if (promised < 0) return UuFault::negative_length;
         const std::u16string_view data = line.substr(uu::length_characters);
         if (data.size() % uu::group_characters != 0) return UuFault::incomplete_group;
+        if (promised < 0) return UuFault::negative_length;
         const std::size_t groups = data.size() / uu::group_characters;
         const uu::LaneBytes kind = decode_data(data, groups);
         if (kind == uu::LaneBytes::invalid) return UuFault::byte_overflow;
