@@ -120,7 +120,7 @@ void compare_others() {
     for (const std::size_t length : {megabyte / 4, megabyte / 2, megabyte}) {
         const std::u16string compressed = LCSSCompress(random.query_rows(length), page_1252);
         compare_with_memcpy("LCSSDecompress, query rows", length, 0.05,
-                            [&] { return LCSSDecompress(compressed, page_1252); });
+                            [&] { return LCSSDecompress(compressed, page_1252).text; });
     }
     const std::u16string rows = random.query_rows(megabyte);
     compare_with_memcpy("UUEncode, query rows", megabyte, 0.15,

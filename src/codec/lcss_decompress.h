@@ -8,14 +8,20 @@
 
 namespace tessera {
 
+// What a compressed text stands for.
+struct LcssText {
+    std::u16string text;
+    // False when a reference began before the text or lacked its length: `text` ends before it.
+    bool complete = true;
+};
+
 // The text that `LCSSCompress` made `compressed` from; fewer than 4 characters are returned as
 // they are. Malformed input is decoded as far as it goes: counts are limited by the data that is
-// there, a reference yields the part of it that lies within the output so far, and a token cut
-// off by the end of the data yields nothing. The result has at most 85 characters for each
-// character of the input.
+// there, and a reference yields what lies between its beginning and the end of the output so far.
+// The result has at most 85 characters for each character of the input.
 //
 // Throws std::overflow_error when the flag length puts the tokens beyond position 2^31 - 1,
 // where no text can reach.
-std::u16string LCSSDecompress(std::u16string_view compressed, const AnsiCodePage& page);
+LcssText LCSSDecompress(std::u16string_view compressed, const AnsiCodePage& page);
 
 }  // namespace tessera

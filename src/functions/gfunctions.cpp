@@ -75,7 +75,9 @@ Bstr GFunctions::lcss_compress(std::wstring_view text) noexcept {
 
 Bstr GFunctions::lcss_decompress(std::wstring_view text) noexcept {
     return guarded_result<Bstr>(decompress_text, [&](Bstr& result) {
-        result = Bstr(tessera::LCSSDecompress(as_u16(text), system_code_page()));
+        const LcssText decompressed = tessera::LCSSDecompress(as_u16(text), system_code_page());
+        result = Bstr(decompressed.text);
+        if (!decompressed.complete) automation::fail(automation::error_invalid_procedure_call);
     });
 }
 

@@ -22,7 +22,11 @@ std::u16string compress(std::u16string_view text) {
 }
 
 std::u16string decompress(std::u16string_view text) {
-    return LCSSDecompress(text, page_1252);
+    return LCSSDecompress(text, page_1252).text;
+}
+
+bool is_complete(std::u16string_view text) {
+    return LCSSDecompress(text, page_1252).complete;
 }
 
 std::u16string bytes(std::initializer_list<unsigned> values) {
@@ -127,10 +131,26 @@ TEST_CASE("references yield what exists of what they point at") {
     CHECK(decompress(reference(4, 4)) == u"abcdabcd!");
     CHECK(decompress(reference(2, 200)) == u"abcdcd!");
     CHECK(decompress(reference(0, 5)) == u"abcd!");
-    CHECK(decompress(reference(6, 5)) == u"abcdabc!");
-    CHECK(decompress(reference(9, 5)) == u"abcd!");
-    CHECK(decompress(reference(65535, 255)) == u"abcd!");
     CHECK(decompress(reference(4, 0)) == u"abcd!");
+    CHECK(is_complete(reference(4, 200)));
+    CHECK(is_complete(reference(0, 5)));
+}
+
+TEST_CASE("a reference that begins before the text or lacks its length ends the text") {
+    const std::pair<std::u16string, std::u16string> cases[] = {
+        {stored(3, u"\x02", u"abcd!" + bytes({0, 6, 1}) + u"?"), u"abcd!"},
+        {stored(3, u"\x02", u"abcd!" + bytes({0xFF, 0xFF, 0xFF}) + u"?"), u"abcd!"},
+        {stored(2, u"\x02", u"abcd!" + bytes({0, 4})), u"abcd!"},
+        {stored(2, u"\x02", u"abcd!"), u"abcd!"},
+        // Behind the data, even after literals that are not there.
+        {stored(4, u"\x08", u"abcd!"), u"abcd!"},
+    };
+    for (const auto& [compressed, text] : cases) {
+        CAPTURE(compressed.size());
+        CHECK(decompress(compressed) == text);
+        CHECK_FALSE(is_complete(compressed));
+    }
+    CHECK(is_complete(stored(3, u"\x08", u"abcd!")));
 }
 
 TEST_CASE("counts and lengths beyond the data end with the data") {
@@ -141,10 +161,9 @@ TEST_CASE("counts and lengths beyond the data end with the data") {
     CHECK(decompress(none + none + u"ab") == u"ab");
     CHECK(decompress(u"abcd") == u"");
     CHECK(decompress(none + u"abc") == u"");
-    // More tokens than flags: the rest are literals. A cut-off reference yields nothing.
+    // More tokens than flags: the rest are literals.
     CHECK(decompress(stored(12, u"\x01", u"abcd" + bytes({0, 4, 1}) + u"0123456789x")) ==
           u"abcda0123456789x");
-    CHECK(decompress(stored(2, u"\x02", u"abcd!" + bytes({0, 4}))) == u"abcd!");
 }
 
 TEST_CASE("a flag length that takes positions out of range is an overflow") {

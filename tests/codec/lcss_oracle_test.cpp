@@ -21,7 +21,9 @@ void check_against_oracle(const std::u16string& text, const AnsiCodePage& page) 
         return page.to_char(static_cast<std::uint8_t>(byte));
     };
     CHECK(compressed == reference::compress(text, character_of_byte));
-    CHECK(LCSSDecompress(compressed, page) == text);
+    const LcssText decompressed = LCSSDecompress(compressed, page);
+    CHECK(decompressed.complete);
+    CHECK(decompressed.text == text);
 }
 
 }  // namespace

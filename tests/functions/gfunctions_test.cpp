@@ -82,6 +82,17 @@ TEST_CASE_FIXTURE(FunctionsFixture,
     CHECK(error_count() == 2);
 }
 
+TEST_CASE_FIXTURE(
+    FunctionsFixture,
+    "a reference that leads out of the text is reported, the text before it is kept") {
+    std::wstring compressed = text(compress, L"abcdabcdabcd");
+    compressed[17] = L'\xF0';  // the distance of the second reference
+    CHECK(text(decompress, compressed) == L"abcdabcd");
+    CHECK(error(1) == L"Tessera.GFunctions|Public Function 'LCSSDecompress'");
+    CHECK(error_code(1) == automation::error_invalid_procedure_call);
+    CHECK(error_count() == 1);
+}
+
 TEST_CASE_FIXTURE(FunctionsFixture,
                   "any text survives encoding, and only encoded texts are decoded") {
     CHECK(get(functions, &ITesseraGFunctions::get_EncodePrefix).view() == L"@@UU@@");
