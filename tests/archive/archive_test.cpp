@@ -1,3 +1,5 @@
+// Tests of internals: items and titles of an archive, what cannot be written or read.
+
 #include "archive/xml_publics.h"
 #include "automation/conversion.h"
 #include "support/com_fixture.h"
@@ -263,13 +265,6 @@ TEST_CASE_FIXTURE(ArchiveFixture, "a title is found below a node, or is the deta
     CHECK(message_count() == 1);
 }
 
-TEST_CASE_FIXTURE(ArchiveFixture, "messages are in the user's language") {
-    automation::call(service(), &IHostKitService::put_Language, hklEnglish);
-    XML_ReadItem({}, L"Absent");
-    CHECK(message(1).find(L"Die Variable") == std::wstring::npos);
-    CHECK(message(1).find(L"  (XML_ReadItem)|16|") != std::wstring::npos);
-}
-
 TEST_CASE_FIXTURE(ArchiveFixture, "a missing version is 0, a bad one an error") {
     ArchiveNode title = this->title();
     const auto element = title.node().as<IXMLDOMElement>();
@@ -299,13 +294,4 @@ TEST_CASE_FIXTURE(ArchiveFixture,
     ArchiveNode text_node(automation::ComPtr<IXMLDOMText>(text).get());
     CHECK_FALSE(XML_WriteItem(text_node, L"Item"_bstr, Variant(1L)));
     CHECK(error_count() == 2);
-}
-
-TEST_CASE_FIXTURE(ArchiveFixture, "a document begins with the declaration") {
-    const dom::Document declared = dom::create_document();
-    dom::append_declaration(declared);
-    const auto first = automation::get(declared, &IXMLDOMDocument::get_firstChild);
-    CHECK(automation::get(first, &IXMLDOMNode::get_nodeName).view() == L"xml");
-    CHECK(automation::get(first, &IXMLDOMNode::get_xml).view() ==
-          L"<?xml encoding=\"ISO-10646-UCS-2\"?>");
 }

@@ -1,13 +1,8 @@
+// Through the DLL: the records of a content element, and how they follow each other and the host.
+
 #include "support/com_fixture.h"
 
-using automation::Bstr;
-using automation::call;
-using automation::ComPtr;
-using automation::get;
-using automation::Variant;
-using test::ComFixture;
-using test::create;
-using test::ProjectFixture;
+using namespace test;
 
 namespace {
 
@@ -160,14 +155,4 @@ TEST_CASE_FIXTURE(ProjectFixture, "a host that fails is reported with the member
     CHECK(error(1) == L"Tessera.KelosObject|Property Set 'Object'");
     CHECK(error_code(1) == E_ACCESSDENIED);
     CHECK(error_count() == 1);
-}
-
-TEST_CASE_FIXTURE(ComFixture, "a null out-parameter is reported and harms nothing") {
-    const auto record = create<ITesseraDocument>(L"Tessera.Document");
-    CHECK(record->get_Pointer(nullptr) == S_OK);
-    CHECK(error(1) == L"Tessera.Document|Property Get 'Pointer'");
-    CHECK(error_code(1) == E_POINTER);
-    BSTR poisoned = reinterpret_cast<BSTR>(0x10);
-    CHECK(record->get_Pointer(&poisoned) == S_OK);
-    CHECK(poisoned == nullptr);
 }

@@ -12,7 +12,8 @@ TEST_CASE_FIXTURE(ContentFixture, "a walk over two levels with its rows as docum
     const auto query = host_query(*top);
     log_calls();
     cursor->putref_Query(query.get());
-    CHECK(calls() ==
+    // Opening the form is between its texts and its registration, as without a query.
+    CHECK(calls({L"Query", L"Column", L"ResultTable", L"Abfrage", L"RegisterForm"}) ==
           LR"(
 QueryObject.get_ResultTable
 ResultTable.get_RowCount
@@ -34,36 +35,8 @@ ColumnDefinition.get_Relevant
 QueryObject.get_ResultTable
 ResultTable.get_RowCount
 ResultTable.get_ColumnCount
-new Kelos.Service
 Service.TranslateText "~018a0 Abfrage lesen..."
-Service.get_Application
-Service.Trace "ZUL: Form_Initialize"
-Application.get_CurrentWorkset
-Service.Trace "ZUL: getting the undo state"
-WorksetObject.get_CurrentUndoState
-WorksetObject.get_OuterUndoState
-new Kelos.StandardControls
-StandardControls.CreateLabel 10, "run"
-StandardControls.CreateProgressBar
-StandardControls.CreateButton 10, "Abort"
-Button.putref_Events IKelosButtonEvents
-Service.get_UIService
-UIService.get_FormSetting
-FormSetting.Apply ITesseraPrgFrm
-Service.TranslateText "~00811 Bitte warten..."
-Label.put_Caption "Bitte warten..."
-Service.TranslateText "~001d4 Abbrechen"
-Button.put_Caption "Abbrechen"
-Service.get_Application
-Application.get_WindowService
 WindowService.RegisterForm ITesseraPrgFrm, 0, Nothing, ITesseraProgress
-Service.get_ControlWrapper IKelosButton
-ControlWrapper.Activate
-WorksetObject.putref_CurrentUndoState IHostKitUndoState
-WorksetObject.putref_OuterUndoState IHostKitUndoState
-Service.Trace "ZUL: CurrentUndoState was set back succesfull"
-ProgressBar.get_Bar
-Bar.put_Value 0
 )");
     columns_xml();
     CHECK(calls() ==
@@ -109,8 +82,7 @@ new Kelos.ByteTextEncoder
 ByteCompressor.Compress
 ByteTextEncoder.EncodeBytes
 )");
-    cursor->MoveNext();
-    cursor->MoveNext();
+    move(2);
     CHECK(at_end());
     CHECK(calls() ==
           LR"(

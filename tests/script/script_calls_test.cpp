@@ -4,6 +4,41 @@
 
 using namespace test;
 
+namespace {
+
+// A script that runs into an error while an edit control is set.
+const std::wstring told =
+    LR"(new Kelos.Service
+Service.TranslateText "~006f2 Unerwarteter Fehler"
+new KelosScript.Engine
+ScriptEngine.put_ReportErrors False
+ScriptEngine.put_ErrorSink ITesseraVexScript
+Service.Trace "Set mDocument = vNewValue"
+DocumentObject.get_Objects
+ObjectList.get_Count
+ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
+ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
+ScriptEngine.CodeObject "VexScriptRun"
+CodeObject.GetIDsOfNames "DoVex"
+CodeObject.Invoke ()
+ScriptError.get_LineNr
+ScriptError.get_Description
+ScriptError.get_Item
+ScriptError.get_Source
+ScriptError.get_LineText
+Service.ShowMessage "Error: Division by zero\nItem: VexScriptRun\nSource: Microsoft VBScript runtime error\nLine 3: x = 1 / 0", 0, "ScriptError"
+)";
+// Who asks for a delegate asks whether the user may write there.
+const std::wstring delegate =
+    LR"(DocumentObject.get_Delegate
+PlainObject.get_WorkSet "Anlage"
+WorksetObject.get_CurrentUser
+PlainObject.GetRights "Anlage", IKelosUser
+UserObject.get_Login
+)";
+
+}  // namespace
+
 TEST_CASE_FIXTURE(RunnerFixture, "a script that runs") {
     use(document(L"Datenblatt"));
     log_calls();
@@ -46,20 +81,9 @@ TEST_CASE_FIXTURE(RunnerFixture, "a script that fails") {
     SUBCASE("without a control") {
         log_calls();
         CHECK_FALSE(execute(script));
-        CHECK(calls() ==
+        CHECK(calls({L"put_", L"ScriptError"}) ==
               LR"(
-new Kelos.Service
-Service.TranslateText "~006f2 Unerwarteter Fehler"
-new KelosScript.Engine
 ScriptEngine.put_ReportErrors True
-Service.Trace "Set mDocument = vNewValue"
-DocumentObject.get_Objects
-ObjectList.get_Count
-ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
-ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
-ScriptEngine.CodeObject "VexScriptRun"
-CodeObject.GetIDsOfNames "DoVex"
-CodeObject.Invoke ()
 Service.ShowMessage "Unerwarteter Fehler", 0, "ScriptError"
 )");
     }
@@ -69,29 +93,8 @@ Service.ShowMessage "Unerwarteter Fehler", 0, "ScriptError"
         use_text_box(box);
         log_calls();
         CHECK_FALSE(execute(L""));
-        CHECK(calls() ==
-              LR"(
-TextBox.get_Text
-new Kelos.Service
-Service.TranslateText "~006f2 Unerwarteter Fehler"
-new KelosScript.Engine
-ScriptEngine.put_ReportErrors False
-ScriptEngine.put_ErrorSink ITesseraVexScript
-Service.Trace "Set mDocument = vNewValue"
-DocumentObject.get_Objects
-ObjectList.get_Count
-ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
-ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
-ScriptEngine.CodeObject "VexScriptRun"
-CodeObject.GetIDsOfNames "DoVex"
-CodeObject.Invoke ()
-ScriptError.get_LineNr
-ScriptError.get_Description
-ScriptError.get_Item
-ScriptError.get_Source
-ScriptError.get_LineText
-Service.ShowMessage "Error: Division by zero\nItem: VexScriptRun\nSource: Microsoft VBScript runtime error\nLine 3: x = 1 / 0", 0, "ScriptError"
-TextBox.get_Text
+        CHECK(calls() == L"\nTextBox.get_Text\n" + told +
+                             LR"(TextBox.get_Text
 TextBox.put_SelStart 20
 TextBox.put_SelLength 11
 Service.FocusControl IKelosTextBox
@@ -104,30 +107,8 @@ Service.FocusControl IKelosTextBox
         use_text_box(control);
         log_calls();
         CHECK_FALSE(execute(L""));
-        CHECK(calls() ==
-              LR"(
-ScriptControl.get_Object
-ScriptEditor.get_Text
-new Kelos.Service
-Service.TranslateText "~006f2 Unerwarteter Fehler"
-new KelosScript.Engine
-ScriptEngine.put_ReportErrors False
-ScriptEngine.put_ErrorSink ITesseraVexScript
-Service.Trace "Set mDocument = vNewValue"
-DocumentObject.get_Objects
-ObjectList.get_Count
-ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
-ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
-ScriptEngine.CodeObject "VexScriptRun"
-CodeObject.GetIDsOfNames "DoVex"
-CodeObject.Invoke ()
-ScriptError.get_LineNr
-ScriptError.get_Description
-ScriptError.get_Item
-ScriptError.get_Source
-ScriptError.get_LineText
-Service.ShowMessage "Error: Division by zero\nItem: VexScriptRun\nSource: Microsoft VBScript runtime error\nLine 3: x = 1 / 0", 0, "ScriptError"
-ScriptControl.get_Object
+        CHECK(calls() == L"\nScriptControl.get_Object\nScriptEditor.get_Text\n" + told +
+                             LR"(ScriptControl.get_Object
 Service.Trace "LineNr: 3"
 ScriptEditor.LinePosition 3
 Service.Trace "Pos: 18"
@@ -246,37 +227,21 @@ DocumentObject.get_Objects
 ObjectList.get_Count
 ObjectList.get_Item 1
 MappingObject.get_XObj "Tabelle"
-DocumentObject.get_Delegate
-PlainObject.get_WorkSet "Anlage"
-WorksetObject.get_CurrentUser
-PlainObject.GetRights "Anlage", IKelosUser
-UserObject.get_Login
-PlainObject.get_Attributes "Anlage"
+)" + delegate + LR"(PlainObject.get_Attributes "Anlage"
 AttributeList.get_Item "Vex"
 PlainObject.get_Attributes "Anlage"
 AttributeList.Add "Vex"
 AttributeObject.put_Value "Vex", 1, "Sub DoVex()\r\n'*****************************************************************************\r\n'Automatically generated V...
 AttributeObject.get_Marker "Vex"
 AttributeObject.put_Marker "Vex", "~"
-DocumentObject.get_Delegate
-PlainObject.get_WorkSet "Anlage"
-WorksetObject.get_CurrentUser
-PlainObject.GetRights "Anlage", IKelosUser
-UserObject.get_Login
-PlainObject.get_Attributes "Anlage"
+)" + delegate + LR"(PlainObject.get_Attributes "Anlage"
 AttributeList.get_Item "Vex"
 AttributeObject.get_Marker "Vex"
 AttributeObject.get_Value "Vex", 1
 )");
         CHECK(store(delegating, L"x"));
-        CHECK(calls() ==
-              LR"(
-DocumentObject.get_Delegate
-PlainObject.get_WorkSet "Anlage"
-WorksetObject.get_CurrentUser
-PlainObject.GetRights "Anlage", IKelosUser
-UserObject.get_Login
-PlainObject.get_Attributes "Anlage"
+        CHECK(calls() == L"\n" + delegate +
+                             LR"(PlainObject.get_Attributes "Anlage"
 AttributeList.get_Item "Vex"
 AttributeObject.put_Value "Vex", 1, "x"
 AttributeObject.get_Marker "Vex"
@@ -296,25 +261,8 @@ DocumentObject.get_Objects
 ObjectList.get_Count
 ObjectList.get_Item 1
 MappingObject.get_XObj "Tabelle"
-DocumentObject.get_Delegate
-PlainObject.get_WorkSet "Anlage"
-WorksetObject.get_CurrentUser
-PlainObject.GetRights "Anlage", IKelosUser
-UserObject.get_Login
-DocumentObject.get_Delegate
-PlainObject.get_WorkSet "Anlage"
-WorksetObject.get_CurrentUser
-PlainObject.GetRights "Anlage", IKelosUser
-UserObject.get_Login
-)");
+)" + delegate + delegate);
         CHECK_FALSE(store(delegating, L"x"));
-        CHECK(calls() ==
-              LR"(
-DocumentObject.get_Delegate
-PlainObject.get_WorkSet "Anlage"
-WorksetObject.get_CurrentUser
-PlainObject.GetRights "Anlage", IKelosUser
-UserObject.get_Login
-)");
+        CHECK(calls() == L"\n" + delegate);
     }
 }
