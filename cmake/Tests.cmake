@@ -25,6 +25,8 @@ endfunction()
 #
 # add_automation_test(<name> SOURCES … [LIBRARIES …] [LOCK …]): what a client sees, through the DLL.
 #     Nothing of the component is linked, only its interfaces and the automation layer.
+#     Tests that name the same LOCK never run at once; `foreground` are those that show windows,
+#     which would take the keyboard's focus from each other.
 # add_internals_test(<same>): what no client reaches; the component's classes are linked.
 function(add_automation_test name)
     add_windows_test(${name} automation ${ARGN})

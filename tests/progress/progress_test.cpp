@@ -237,17 +237,6 @@ TEST_CASE_FIXTURE(ProgressFixture, "two controllers have forms of their own") {
     call(second, &ITesseraProgress::StopProcess);
 }
 
-TEST_CASE_FIXTURE(ProgressFixture, "scripts drive it by name") {
-    automation::put_property(progress.get(), L"Percentage", Variant(std::int16_t{7}));
-    CHECK(automation::get_property(progress.get(), L"State").lVal == uccStateExecuting);
-    CHECK(SendMessageW(bar(), PBM_GETPOS, 0, 0) == 7);
-    const auto controller = get(form(), &IHostKitForm::get_Controller);
-    automation::put_property(controller.get(), L"State", Variant(long{uccStateAbort}));
-    automation::call_method(controller.get(), L"StopProcess");
-    CHECK(state() == uccStateAbort);
-    CHECK_FALSE(form_is_open());
-}
-
 TEST_CASE_FIXTURE(ProgressFixture, "a picture decides on the direction") {
     const auto where = [&] { return get(progress, &ITesseraProgress::get_Where); };
     CHECK(where() == uccNothing);
