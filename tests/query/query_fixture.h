@@ -52,13 +52,11 @@ class QueryFixture : public WatchedKit {
             result += L" " + (get(cursor, &ITesseraHQuery::get_Cell, i) ? text(i) : L"-");
         return result;
     }
-    // All rows from the current one on.
-    std::vector<std::wstring> rows() const {
-        std::vector<std::wstring> result;
-        while (!at_end() && result.size() < 1000) {
-            result.push_back(row());
-            cursor->MoveNext();
-        }
+    // All rows from the current one on, as a raw literal with one a line.
+    std::wstring rows() const {
+        std::wstring result = L"\n";
+        for (int i = 0; i < 1000 && !at_end(); ++i, cursor->MoveNext())
+            result += row() + L"\n";
         return result;
     }
     std::wstring columns() const {
