@@ -3,6 +3,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "automation/dom.h"
+
 namespace test {
 namespace {
 
@@ -185,12 +187,7 @@ std::string utf16_text(const std::string& bytes) {
 }
 
 ComPtr<IXMLDOMDocument> parsed(const fs::path& path) {
-    ComPtr<IXMLDOMDocument> document;
-    CLSID parser;
-    REQUIRE(CLSIDFromProgID(L"MSXML2.DOMDocument", &parser) == S_OK);
-    REQUIRE(CoCreateInstance(parser, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
-                             reinterpret_cast<void**>(document.put())) == S_OK);
-    document->put_async(VARIANT_FALSE);
+    const auto document = dom::create_document();
     VARIANT_BOOL loaded = VARIANT_FALSE;
     document->load(Variant(path.c_str()), &loaded);
     REQUIRE(loaded != VARIANT_FALSE);

@@ -115,12 +115,3 @@ TEST_CASE("queries of many rows and of none come to their end") {
     CHECK(none.out == "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<Rows/>\r\n");
     CHECK(place.query(L"Empty", L"strings").out == "");
 }
-
-TEST_CASE("a query may show the progress form") {
-    const TextQuery place;
-    const Outcome plain = place.query(L"Many", L"rows");
-    const Outcome with_form = place.query(L"Many", L"rows", {L"--window"});
-    CHECK(with_form.code == 0);
-    CHECK(with_form.error == "");
-    CHECK(with_form.out == plain.out);
-}

@@ -4,34 +4,15 @@ using namespace test;
 
 namespace {
 
-struct Search {
-    DWORD process;
-    const wchar_t* class_name;
-    HWND found = nullptr;
-};
-
-bool has_class(HWND window, const wchar_t* name) {
-    wchar_t text[64];
-    return GetClassNameW(window, text, 64) > 0 && std::wstring_view(text) == name;
-}
-
-BOOL CALLBACK look_at(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    if (process != search.process || !has_class(window, search.class_name)) return TRUE;
-    search.found = window;
-    return FALSE;
-}
-
 // The button on the program's progress form; null while there is none.
 HWND abort_button(const RunningProgram& program) {
-    Search form{program.id(), L"KelosTessera.ProgressForm"};
-    EnumWindows(look_at, reinterpret_cast<LPARAM>(&form));
-    if (!form.found) return nullptr;
-    Search button{program.id(), L"Button"};
-    EnumChildWindows(form.found, look_at, reinterpret_cast<LPARAM>(&button));
-    return button.found;
+    HWND form = nullptr;
+    while ((form = FindWindowExW(nullptr, form, L"KelosTessera.ProgressForm", nullptr))) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(form, &process);
+        if (process == program.id()) return FindWindowExW(form, nullptr, L"Button", nullptr);
+    }
+    return nullptr;
 }
 
 // A click in the first moments of a walk may be forgotten: work that begins is not aborted work.
