@@ -5,8 +5,7 @@
 
 #include "automation/bstr.h"
 #include "cli/failure.h"
-#include "cli/platform_error.h"
-#include "cli/text.h"
+#include "text/utf8.h"
 
 namespace cli {
 namespace {
@@ -55,7 +54,7 @@ std::size_t ConsoleStream::width() const noexcept {
 
 void ConsoleStream::write(std::u16string_view text) {
     if (!handle_) return;
-    if (!is_terminal_) return write_bytes(to_utf8(text));
+    if (!is_terminal_) return write_bytes(tessera::to_utf8(text));
     while (!text.empty()) {
         const std::size_t length = part_length(text);
         write_characters(text.substr(0, length));

@@ -2,10 +2,11 @@
 // line end that was not written.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "automation/windows_headers.h"
-#include "cli/text_sink.h"
+#include "cli/text.h"
 
 namespace cli {
 
@@ -30,6 +31,9 @@ class ConsoleStream : public TextSink {
     HANDLE handle_;
     bool is_terminal_ = false;
 };
+
+// The platform's words for its error: "Access denied", without a full stop or a line end.
+std::wstring reason_of(DWORD error);
 
 struct Console {
     ConsoleStream out{STD_OUTPUT_HANDLE};

@@ -1,9 +1,10 @@
-#include "cli/decode_command.h"
+// tessera decode: decodes a file of encoded strings.
 
 #include <optional>
 
 #include "automation/dispatch.h"
-#include "cli/exit_code.h"
+#include "cli/commands.h"
+#include "cli/failure.h"
 #include "cli/findings.h"
 #include "cli/interrupt.h"
 #include "cli/output_path.h"

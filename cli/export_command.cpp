@@ -1,11 +1,11 @@
-#include "cli/export_command.h"
+// tessera export: runs a document's mapping script and writes the content document.
 
 #include "automation/bstr.h"
 #include "automation/dispatch.h"
+#include "cli/commands.h"
 #include "cli/content_file.h"
 #include "cli/content_table.h"
 #include "cli/course.h"
-#include "cli/exit_code.h"
 #include "cli/failure.h"
 #include "cli/findings.h"
 #include "cli/output_path.h"

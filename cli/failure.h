@@ -1,4 +1,4 @@
-// What ends a command before it has run: told in one line on standard error, exit code 2.
+// How a command can end.
 #pragma once
 
 #include <exception>
@@ -6,6 +6,11 @@
 
 namespace cli {
 
+inline constexpr int exit_success = 0;
+inline constexpr int exit_with_errors = 1;  // it ran, and something was reported or is missing
+inline constexpr int exit_not_run = 2;      // arguments or files that cannot be used
+
+// What ends a command before it has run: told in one line on standard error, exit code 2.
 class Failure : public std::exception {
   public:
     explicit Failure(std::wstring text) : text_(std::move(text)) {}

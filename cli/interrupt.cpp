@@ -3,7 +3,7 @@
 #include <atomic>
 
 #include "cli/console.h"
-#include "cli/exit_code.h"
+#include "cli/failure.h"
 
 namespace cli {
 namespace {

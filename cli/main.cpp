@@ -3,12 +3,9 @@
 #include <exception>
 
 #include "automation/error.h"
-#include "cli/decode_command.h"
-#include "cli/exit_code.h"
-#include "cli/export_command.h"
+#include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
-#include "cli/query_command.h"
 
 namespace cli {
 namespace {

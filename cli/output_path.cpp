@@ -1,7 +1,7 @@
 #include "cli/output_path.h"
 
+#include "automation/text.h"
 #include "cli/failure.h"
-#include "cli/text_file.h"
 
 namespace cli {
 namespace {
@@ -18,6 +18,23 @@ std::wstring usable(std::wstring_view name) {
     for (wchar_t& character : result)
         if (character < L' ' || refused.find(character) != refused.npos) character = L'_';
     return result;
+}
+
+std::wstring full_path(const std::wstring& path) {
+    std::wstring result(MAX_PATH, L'\0');
+    DWORD length =
+        GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(), nullptr);
+    if (length > result.size()) {
+        result.resize(length);
+        length = GetFullPathNameW(path.c_str(), length, result.data(), nullptr);
+    }
+    result.resize(length);
+    return result.empty() ? path : result;
+}
+
+// True when both paths lead to the same place.
+bool is_same_path(const std::wstring& left, const std::wstring& right) {
+    return automation::equal_ignoring_case(full_path(left), full_path(right));
 }
 
 }  // namespace

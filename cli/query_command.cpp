@@ -1,10 +1,10 @@
-#include "cli/query_command.h"
+// tessera query: runs a query and writes what it finds.
 
 #include <optional>
 
 #include "automation/dispatch.h"
+#include "cli/commands.h"
 #include "cli/content_file.h"
-#include "cli/exit_code.h"
 #include "cli/failure.h"
 #include "cli/output_path.h"
 #include "cli/project.h"

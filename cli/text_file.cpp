@@ -4,10 +4,9 @@
 #include <utility>
 
 #include "automation/bstr.h"
-#include "automation/text.h"
+#include "cli/console.h"
 #include "cli/failure.h"
-#include "cli/platform_error.h"
-#include "cli/text.h"
+#include "text/utf8.h"
 
 namespace cli {
 namespace {
@@ -18,8 +17,9 @@ namespace {
 }
 
 std::string read_bytes(const std::wstring& path, const wchar_t* role) {
-    const FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                                                  nullptr));
     if (!file.is_open()) fail_reading(path, role, reason_of(GetLastError()));
     std::string bytes;
     char block[65536];
@@ -49,18 +49,6 @@ std::u16string from_ansi(std::string_view bytes) {
     return std::u16string(automation::as_u16(text));
 }
 
-std::wstring full_path(const std::wstring& path) {
-    std::wstring result(MAX_PATH, L'\0');
-    DWORD length =
-        GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(), nullptr);
-    if (length > result.size()) {
-        result.resize(length);
-        length = GetFullPathNameW(path.c_str(), length, result.data(), nullptr);
-    }
-    result.resize(length);
-    return result.empty() ? path : result;
-}
-
 }  // namespace
 
 std::u16string read_text_file(const std::wstring& path, const wchar_t* role) {
@@ -77,15 +65,11 @@ std::u16string read_text_file(const std::wstring& path, const wchar_t* role) {
         return from_utf16(bytes.substr(2), is_little_endian ? 0 : 1);
     }
     if (bytes.starts_with(utf8_mark)) {
-        if (auto text = from_utf8(bytes.substr(utf8_mark.size()))) return std::move(*text);
+        if (auto text = tessera::from_utf8(bytes.substr(utf8_mark.size()))) return std::move(*text);
         fail_reading(path, role, L"it says that it is UTF-8, but it is not");
     }
-    if (auto text = from_utf8(bytes)) return std::move(*text);
+    if (auto text = tessera::from_utf8(bytes)) return std::move(*text);
     return from_ansi(bytes);
-}
-
-bool is_same_path(const std::wstring& left, const std::wstring& right) {
-    return automation::equal_ignoring_case(full_path(left), full_path(right));
 }
 
 TextFile::TextFile(const std::wstring& path, FileEncoding encoding)
@@ -106,7 +90,7 @@ TextFile::~TextFile() {
 void TextFile::write(std::u16string_view text) {
     if (encoding_ == FileEncoding::utf16)
         return write_bytes(text.data(), text.size() * sizeof(char16_t));
-    const std::string bytes = to_utf8(text);
+    const std::string bytes = tessera::to_utf8(text);
     write_bytes(bytes.data(), bytes.size());
 }
 

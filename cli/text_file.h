@@ -3,34 +3,14 @@
 
 #include <string>
 
-#include "automation/windows_headers.h"
-#include "cli/text_sink.h"
+#include "automation/file_handle.h"
+#include "cli/text.h"
 
 namespace cli {
-
-class FileHandle {
-  public:
-    explicit FileHandle(HANDLE handle) noexcept : handle_(handle) {}
-    ~FileHandle() { close(); }
-    FileHandle(const FileHandle&) = delete;
-    FileHandle& operator=(const FileHandle&) = delete;
-    bool is_open() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE get() const noexcept { return handle_; }
-    void close() noexcept {
-        if (is_open()) CloseHandle(handle_);
-        handle_ = INVALID_HANDLE_VALUE;
-    }
-
-  private:
-    HANDLE handle_;
-};
 
 // UTF-16 with a byte-order mark, UTF-8 with or without one, otherwise the system's ANSI code page.
 // `role` names the file in the Failure that says why it cannot be read: "the script".
 std::u16string read_text_file(const std::wstring& path, const wchar_t* role);
-
-// True when both paths lead to the same place.
-bool is_same_path(const std::wstring& left, const std::wstring& right);
 
 enum class FileEncoding { utf8, utf16 };  // UTF-16: little-endian, with a byte-order mark
 
@@ -49,7 +29,7 @@ class TextFile : public TextSink {
 
     std::wstring path_;
     FileEncoding encoding_;
-    FileHandle file_;
+    automation::FileHandle file_;
     bool finished_ = false;
 };
 

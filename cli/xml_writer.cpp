@@ -1,6 +1,6 @@
 #include "cli/xml_writer.h"
 
-#include "cli/text.h"
+#include "text/utf8.h"
 
 namespace cli {
 namespace {
@@ -92,16 +92,16 @@ void XmlWriter::break_line(std::size_t depth) {
 
 void XmlWriter::escape(std::u16string_view value, bool in_attribute) {
     while (!value.empty()) {
-        const CodePoint point = first_code_point(value);
+        const tessera::CodePoint point = tessera::first_code_point(value);
         value.remove_prefix(point.units);
         if (!is_allowed(point.value) || point.is_lone_surrogate()) {
             ++replaced_;
-            append(buffer_, replacement_character);
+            tessera::append(buffer_, tessera::replacement_character);
         } else if (const auto reference = reference_for(point.value, in_attribute);
                    !reference.empty()) {
             buffer_.append(reference);
         } else {
-            append(buffer_, point.value);
+            tessera::append(buffer_, point.value);
         }
     }
 }

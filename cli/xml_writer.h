@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/text_sink.h"
+#include "cli/text.h"
 
 namespace cli {
 

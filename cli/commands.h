@@ -1,0 +1,14 @@
+// The commands of the program, each in a file of its name.
+#pragma once
+
+#include "cli/arguments.h"
+#include "cli/console.h"
+
+namespace cli {
+
+// They answer the exit code, and throw Failure.
+int run_decode(const Arguments& arguments, Console& console);
+int run_export(const Arguments& arguments, Console& console);
+int run_query(const Arguments& arguments, Console& console);
+
+}  // namespace cli
