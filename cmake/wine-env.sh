@@ -7,8 +7,9 @@ export WINEARCH=win64
 export WINEDEBUG="${WINEDEBUG:--all}"
 # No .NET, no browser, and no debugger that dumps a crash: the exit code says it.
 export WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe=d'
-# The user's locale decides separators and date forms: the same on every machine.
-export LC_ALL=C.UTF-8
+# The user's locale decides separators and date forms: the same on every machine, unless
+# TESSERA_LOCALE asks for another one.
+export LC_ALL="${TESSERA_LOCALE:-C.UTF-8}"
 
 # Makes the prefix when there is none. Windows are drawn by Wine's null driver, so that no display
 # is needed; TESSERA_DRIVER=x11 asks for real drawing.

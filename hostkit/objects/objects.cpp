@@ -68,6 +68,12 @@ class DocumentObject
   public:
     using ObjectHandle::ObjectHandle;
 
+    // A delegating document's attributes are those of its delegate, its script among them.
+    STDMETHODIMP get_Attributes(IKelosAttributes** result) override {
+        return answer(result, Given(data().name), [&] {
+            return make_attributes(data().delegate ? kept(element(), data().delegate) : element());
+        });
+    }
     STDMETHODIMP get_TypeText(BSTR* result) override {
         return answer(result, [&] { return Bstr(data().type_text); });
     }

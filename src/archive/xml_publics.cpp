@@ -102,15 +102,31 @@ Bstr identify(const ComPtr<IKelosObject>& object) {
     return Bstr(std::to_wstring(type) + L"::" + uid.str());
 }
 
+// The platform writes the exponent form with a point in every locale, and reads it with the
+// locale's separator.
+Bstr fraction_text(const VARIANT& value) {
+    Bstr text = automation::to_text(value);
+    const std::size_t point = text.view().find(L'.');
+    if (point == std::wstring_view::npos || text.view().find(L'E') == std::wstring_view::npos)
+        return text;
+    wchar_t separator[4];
+    if (GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator, 4) == 0) return text;
+    std::wstring readable = text.str();
+    readable.replace(point, 1, separator);
+    return Bstr(readable);
+}
+
 BstrOrView archived_text(const VARIANT& value) {
     const ComPtr<IKelosObject> object = host_object(value);
     if (!can_be_archived(value, object)) {
         show_not_archived(value.vt);
         return {};
     }
+    if (value.vt & VT_ARRAY) automation::fail(automation::error_type_mismatch);
     if (value.vt == VT_EMPTY) return {};
     if (value.vt == VT_BOOL) return value.boolVal ? L"-1"_bstr : L"0"_bstr;
     if (object) return identify(object);
+    if (value.vt == VT_R4 || value.vt == VT_R8) return fraction_text(value);
     return automation::text_of(value);
 }
 
@@ -177,8 +193,8 @@ ArchiveNode XML_WriteTitle(ArchiveNode& parent, BstrView title_name, BstrView ve
         if (!parent) return;
         title = existing_title(parent, title_name.view(), name.view());
         if (!title) title = parent.append_new(title_name);
-        if (!name.empty()) dom::set_attribute(title.element(), attribute_name, name);
-        dom::set_attribute(title.element(), attribute_version, version);
+        if (!name.empty()) XML_WriteAttribute(title, attribute_name, automation::lend(name));
+        XML_WriteAttribute(title, attribute_version, automation::lend(version));
     });
     return title;
 }

@@ -82,6 +82,7 @@ Bstr object_type_name(IUnknown* object) {
 }  // namespace
 
 Variant to_type(const VARIANT& value, VARTYPE type, USHORT flags) {
+    if (value.vt & VT_BYREF) return to_type(Variant::value_of(value), type, flags);
     if (value.vt == VT_NULL) fail(error_invalid_use_of_null);
     Variant result;
     check(VariantChangeTypeEx(&result, const_cast<VARIANT*>(&value), LOCALE_USER_DEFAULT, flags,

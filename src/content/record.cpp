@@ -21,9 +21,12 @@ bool is_text_with_lines(const Variant& value) {
 ArchiveNode Record::write_below(ArchiveNode& owner) noexcept {
     ArchiveNode title;
     guarded({record_class_.source, L"Property Get 'XMLNode'"}, [&] {
-        if (!owner) owner = dom::create_document();
-        title = XML_WriteTitle(owner, title_name(), record_class_.version);
-        write_items(title, owner);
+        // Not the caller's: other records may be written below the same nothing.
+        ArchiveNode own;
+        if (!owner) own = dom::create_document();
+        ArchiveNode& target = owner ? owner : own;
+        title = XML_WriteTitle(target, title_name(), record_class_.version);
+        write_items(title, target);
     });
     return title;
 }

@@ -38,9 +38,8 @@ ArchiveNode Tessera::write_below(const ArchiveNode& owner) noexcept {
     return guarded_result<ArchiveNode>(get_xml_node, [&](ArchiveNode& content) {
         ArchiveNode parent = owner ? owner : ArchiveNode(create_dom_document());
         if (parent.is_document()) parent = create_contents_root(std::move(parent));
-        ArchiveNode title = XML_WriteTitle(parent, content_title, format_version);
-        content = title;  // records without a title make one of their own, which is not the result
-        write_records(title);
+        content = XML_WriteTitle(parent, content_title, format_version);
+        if (content) write_records(content);
     });
 }
 

@@ -116,7 +116,6 @@ void ValueItems::write_items(ArchiveNode& title, ArchiveNode& owner) {
 
 void ValueItems::read(const dom::Node& owner, const dom::Node& title) {
     Record::read(owner, title);
-    presentation_ = kprNone;
     presentation_ = static_cast<KelosPresentation>(read_long(owner, item_presentation));
 }
 

@@ -28,16 +28,16 @@ bool depends_on_language(std::u16string_view name) {
            std::end(unlisted_language_dependent);
 }
 
+// The project's current language is read in any case.
 ComPtr<IKelosLanguage> language_for(const ComPtr<IKelosProject>& project,
                                     std::wstring_view property_name, std::wstring_view parameter) {
-    if (depends_on_language(automation::as_u16(property_name))) {
-        const std::int16_t index =
-            automation::to_short(Variant(leading_number(automation::as_u16(parameter))));
-        const auto languages = get(project, &IKelosProject::get_Languages);
-        if (1 <= index && index <= get(languages, &IKelosLanguages::get_Count))
-            return get(languages, &IKelosLanguages::get_Item, static_cast<long>(index));
-    }
-    return get(project, &IKelosProject::get_CurrentLanguage);
+    const auto current = get(project, &IKelosProject::get_CurrentLanguage);
+    if (!depends_on_language(automation::as_u16(property_name))) return current;
+    const std::int16_t index =
+        automation::to_short(Variant(leading_number(automation::as_u16(parameter))));
+    const auto languages = get(project, &IKelosProject::get_Languages);
+    if (index < 1 || index > get(languages, &IKelosLanguages::get_Count)) return current;
+    return get(languages, &IKelosLanguages::get_Item, static_cast<long>(index));
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 // How the global mapping object expands a query document: one row of its own for every cell of the
 // columns that are shown.
 
+#include <cstdint>
+#include <limits>
+
 #include "automation/dispatch.h"
 #include "host/error_boundary.h"
 #include "host/service.h"
@@ -29,6 +32,13 @@ constexpr wchar_t mode_both_ways[] = L"IO";
 constexpr wchar_t key_unknown_property[] = L"~02ad8 Unbekannte Property oder Property-Konstante";
 constexpr wchar_t key_information[] = L"~008a0 Information";
 
+// The n-th position (from 1) from the first one on.
+long position(long first, long n) {
+    const std::int64_t place = std::int64_t{first} + n - 1;
+    if (place > std::numeric_limits<long>::max()) automation::fail(automation::error_overflow);
+    return static_cast<long>(place);
+}
+
 ComPtr<IKelosQuery> top_query(IKelosDocument* document) {
     const auto container = get(document, &IKelosDocument::get_QueryContainer);
     if (!container) return {};
@@ -36,7 +46,33 @@ ComPtr<IKelosQuery> top_query(IKelosDocument* document) {
         automation::get_property(container.get(), L"TopQuery"));
 }
 
+// A host may answer with another object for the same document each time.
+bool is_same(IKelosDocument* left, IKelosDocument* right) {
+    return automation::same_object(left, right) ||
+           get(left, &IKelosObject::get_SystemUID).view() ==
+               get(right, &IKelosObject::get_SystemUID).view();
+}
+
 }  // namespace
+
+// A query document that is being expanded, for as long as this object lives.
+class SCGlobal::Expansion {
+  public:
+    Expansion(std::vector<IKelosDocument*>& expanded, IKelosDocument* document)
+        : expanded_(expanded) {
+        for (IKelosDocument* const outer : expanded)
+            if (is_same(outer, document))
+                automation::fail(automation::error_invalid_procedure_call,
+                                 L"The query document contains itself");
+        expanded_.push_back(document);
+    }
+    ~Expansion() { expanded_.pop_back(); }
+    Expansion(const Expansion&) = delete;
+    Expansion& operator=(const Expansion&) = delete;
+
+  private:
+    std::vector<IKelosDocument*>& expanded_;
+};
 
 // Where the cells of one column go.
 struct SCGlobal::Target {
@@ -50,6 +86,7 @@ struct SCGlobal::Target {
 
 void SCGlobal::QContent(const Row& row, IKelosDocument* document) noexcept {
     guarded(member(L"Sub 'QContent'"), [&] {
+        const Expansion expansion(expanded_, document);
         const auto query = top_query(document);
         if (!query) return;
         const auto table = get(query, &IKelosQuery::get_ResultTable);
@@ -67,8 +104,8 @@ void SCGlobal::QContent(const Row& row, IKelosDocument* document) noexcept {
             unit_given_by_host_ = false;
             const auto definition = get(columns, &IKelosQColumnDefs::get_Item, i);
             if (get(definition, &IKelosQColumnDef::get_Shown))
-                transfer_column(row, {table.get(), i, definition.get(), sheet, start_column + i - 1,
-                                      start_row});
+                transfer_column(row, {table.get(), i, definition.get(), sheet,
+                                      position(start_column, i), start_row});
         }
     });
 }
@@ -87,8 +124,8 @@ void SCGlobal::transfer_column(const Row& row, const Target& target) {
         const auto cell = get(target.table, &IKelosResultTable::get_Cell, j, target.table_column);
         if (!cell) continue;  // a row may have no cell here: there is nothing to transfer
         const auto object = get(cell, &IKelosCell::get_Object);
-        const std::u16string pointer =
-            cell_pointer(automation::as_u16(target.sheet), target.column, target.first_row + j - 1);
+        const std::u16string pointer = cell_pointer(automation::as_u16(target.sheet), target.column,
+                                                    position(target.first_row, j));
         if (!unit.empty()) unit_given_by_host_ = true;
         transfer({automation::as_wide(pointer), object.get(), property_name, parameter, unit,
                   mode_both_ways, row.all_values_numeric, row.empty_numeric_value_stay_empty,
@@ -99,12 +136,14 @@ void SCGlobal::transfer_column(const Row& row, const Target& target) {
 const KnownProperty* SCGlobal::GetProp(long number) noexcept {
     const KnownProperty* const found = kelos::find_property(number);
     guarded(member(L"Private Function 'GetProp'"), [&] {
-        if (found || !unknown_properties_.insert(number).second) return;
+        if (found || unknown_properties_.contains(number)) return;
         const std::wstring message =
             translate(key_unknown_property).str() + L": " + std::to_wstring(number);
         const Bstr title = translate(key_information);
         show_message(message, style_information, title.view());
         trace(message);
+        // Not before the user was told.
+        unknown_properties_.insert(number);
     });
     return found;
 }

@@ -37,9 +37,10 @@ constexpr wchar_t query_document_subtype[] = L"1";
 ComPtr<IKelosDocument> query_document(IKelosObject* object) {
     if (get(object, &IKelosObject::get_SystemType) != kstDocument) return {};
     const auto document = ComPtr<IKelosObject>(object).as<IKelosDocument>();
+    const Bstr type = get(document, &IKelosDocument::get_TypeText);
+    const Bstr subtype = get(document, &IKelosDocument::get_SubTypeText);
     const bool holds_queries =
-        get(document, &IKelosDocument::get_TypeText).view() == query_document_type &&
-        get(document, &IKelosDocument::get_SubTypeText).view() == query_document_subtype;
+        type.view() == query_document_type && subtype.view() == query_document_subtype;
     return holds_queries ? document : ComPtr<IKelosDocument>();
 }
 
@@ -74,21 +75,24 @@ bool select_property(BstrView name, const KnownProperty* known, Property& record
     return known != nullptr;
 }
 
-ComPtr<ValueItem> value_item(const ComPtr<IKelosValueEntry>& entry, std::int16_t lcid) {
+ComPtr<ValueItem> value_item(const ComPtr<IKelosValueEntry>& entry,
+                             const ColumnDefinition& column) {
     auto item = automation::make<ValueItem>();
-    item->set_lcid(lcid);
+    item->set_lcid(column.lcid());
     item->SetDisplayValue(uccVBString, get(entry, &IKelosValueEntry::get_DisplayValue));
     item->SetValue(uccVBString, get(entry, &IKelosValueEntry::get_Value));
     return item;
 }
 
-void add_values(const ComPtr<IKelosValueList>& values, std::int16_t lcid, ValueItems& items) {
+// The column definition is asked for its language again: the evaluation may have changed it.
+void add_values(const ComPtr<IKelosValueList>& values, const ColumnDefinition& column,
+                ValueItems& items) {
     if (!values) return;
     const long entries = get(values, &IKelosValueList::get_Count);
     if (entries < 1) return;
     const std::int16_t count = automation::to_short(Variant(entries));
     for (long i = 1; i <= count; ++i)
-        items.append(value_item(get(values, &IKelosValueList::get_Item, i), lcid));
+        items.append(value_item(get(values, &IKelosValueList::get_Item, i), column));
     items.set_presentation(get(values, &IKelosValueList::get_Presentation));
 }
 
@@ -153,14 +157,13 @@ void SCGlobal::record_column(const Row& row, BstrView parameter, Tessera& conten
     Property& property = content.property();
     property.set_phys_unit(column_.unit());
     Value& value = content.value();
-    const std::int16_t column_lcid = column_.lcid();
-    value.set_lcid(column_lcid);
+    value.set_lcid(column_.lcid());
     const bool mode_given = !trim_blanks(row.io_mode).empty();
     value.set_io_mode(mode_given ? row.io_mode : mode_both_ways);
     value.set_all_values_numeric(row.all_values_numeric);
     value.set_empty_numeric_value_stay_empty(row.empty_numeric_value_stay_empty);
     property.set_query_property(column_.kind());
-    add_values(column_.values_of(row.object), column_lcid, content.value_items());
+    add_values(column_.values_of(row.object), column_, content.value_items());
 }
 
 void SCGlobal::choose_unit(const Row& row) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <unordered_set>
+#include <vector>
 
 #include "archive/archive_node.h"
 #include "automation/object.h"
@@ -73,6 +74,7 @@ class SCGlobal : public automation::Object<SCGlobal, ITesseraSCGlobal> {
 
     // How a query document is expanded (query_walk.cpp).
     void QContent(const Row& row, IKelosDocument* document) noexcept;
+    class Expansion;
     struct Target;
     void transfer_column(const Row& row, const Target& target);
     // Nothing for an unknown number; the user is told of each once.
@@ -84,6 +86,7 @@ class SCGlobal : public automation::Object<SCGlobal, ITesseraSCGlobal> {
     FoundMappingTable mapping_table_;
     bool unit_given_by_host_ = false;  // the row's unit is a unit text already, not a label
     std::unordered_set<long> unknown_properties_;
+    std::vector<IKelosDocument*> expanded_;  // the query documents that are being expanded
     ColumnDefinition column_;
 };
 

@@ -19,8 +19,10 @@ constexpr wchar_t source[] = L"OptionMappingTable";
 ArchiveNode OptionMappingTable::write_below(ArchiveNode& owner) noexcept {
     return guarded_result<ArchiveNode>(
         {source, L"Friend Function 'XMLNode'"}, [&](ArchiveNode& title) {
-            if (!owner) owner = dom::create_document();
-            title = XML_WriteTitle(owner, name, L"1"_bstr);
+            // Not the caller's: other options may be written below the same nothing.
+            ArchiveNode own;
+            if (!owner) own = dom::create_document();
+            title = XML_WriteTitle(owner ? owner : own, name, L"1"_bstr);
             XML_WriteAttribute(title, L"Data"_bstr, automation::lend(value));
             XML_WriteAttribute(title, L"Type"_bstr, automation::lend(value_type));
             trace_node(source, L"->XMLNode: returns ", title.node());

@@ -73,13 +73,16 @@ void write_script(const ComPtr<IKelosAttribute>& attribute, std::wstring_view sc
 }
 
 bool IsVexScriptEmptyOrNothing(IKelosDocument* document) noexcept {
+    bool known = false;
     bool empty = true;
     guarded(vex_script_member(L"Function IsVexScriptEmptyOrNothing"), [&] {
-        if (!document) return;
-        if (const auto attribute = attribute_of(document))
-            empty = is_empty_script(script_value(attribute).u16());
+        if (document)
+            if (const auto attribute = attribute_of(document))
+                empty = is_empty_script(script_value(attribute).u16());
+        known = true;
     });
-    return empty;
+    // A script that could not be read is none to be replaced.
+    return known && empty;
 }
 
 }  // namespace tessera

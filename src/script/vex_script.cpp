@@ -108,9 +108,13 @@ dom::Document VexScript::run(const std::wstring& script) {
 Bstr VexScript::vex_script(IKelosDocument* document) noexcept {
     return guarded_result<Bstr>(get_vex_script, [&](Bstr& result) {
         document_ = document;
-        if (IsVexScriptEmptyOrNothing(document) && ISMappingTable(document))
+        // First: when it cannot be looked up, nothing is stored.
+        auto attribute = script_attribute(document);
+        if (IsVexScriptEmptyOrNothing(document) && ISMappingTable(document)) {
             set_vex_script(document, automation::as_wide(default_mapping_script()));
-        if (const auto attribute = script_attribute(document)) result = read_script(attribute);
+            attribute = script_attribute(document);
+        }
+        if (attribute) result = read_script(attribute);
     });
 }
 

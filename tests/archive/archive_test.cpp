@@ -155,16 +155,18 @@ TEST_CASE_FIXTURE(ArchiveFixture,
     XML_WriteItem(title, L"Item"_bstr, bare);
     CHECK(message(1) == not_archived + std::wstring(L"8192"));
 
-    Variant array;
-    array.parray = SafeArrayCreateVector(VT_VARIANT, 0, 2);
-    array.vt = VT_ARRAY | VT_VARIANT;
-    CHECK(written(title, array) == L"Variant()|");
-    CHECK(error(1) == L"Tessera.XMLPublics|Private Function 'GetString'");
-    CHECK(error_code(1) == DISP_E_TYPEMISMATCH);
+    for (const VARTYPE type : {VT_VARIANT, VT_UI1}) {  // bytes are no text, either
+        Variant array;
+        array.parray = SafeArrayCreateVector(type, 0, 2);
+        array.vt = static_cast<VARTYPE>(VT_ARRAY | type);
+        CHECK(written(title, array) == (type == VT_UI1 ? L"Byte()|" : L"Variant()|"));
+        CHECK(error(error_count()) == L"Tessera.XMLPublics|Private Function 'GetString'");
+        CHECK(error_code(error_count()) == DISP_E_TYPEMISMATCH);
+    }
 
     CHECK(written(title, variant_of(VT_NULL)) == L"Null|");
-    CHECK(error_code(2) == automation::error_invalid_use_of_null);
-    CHECK(error_count() == 2);
+    CHECK(error_code(3) == automation::error_invalid_use_of_null);
+    CHECK(error_count() == 3);
     CHECK(message_count() == 1);
     CHECK(XML_ReadItem(title.node(), L"Item").vt == VT_NULL);
 }
@@ -225,6 +227,19 @@ TEST_CASE_FIXTURE(ArchiveFixture, "data that does not convert to its type is an 
         CHECK(error_code(reports) == row.code);
     }
     CHECK(message_count() == 0);
+}
+
+TEST_CASE_FIXTURE(ArchiveFixture,
+                  "numbers of every size survive in the user's locale, whatever that is") {
+    ArchiveNode title = this->title();
+    for (const double number : {0.1, -1234.5, 1.25e-7, 6.02214076e+23, 1e300}) {
+        CAPTURE(number);
+        written(title, Variant(number));
+        CHECK(XML_ReadItem(title.node(), L"Item").dblVal == doctest::Approx(number).epsilon(1e-12));
+        written(title, of_type(VT_R4, Variant(number > 1e38 ? 1e38 : number)));
+        CHECK(XML_ReadItem(title.node(), L"Item").vt == VT_R4);
+    }
+    CHECK(error_count() == 0);
 }
 
 TEST_CASE_FIXTURE(ArchiveFixture, "a document's title is reused, an element's is always new") {

@@ -197,8 +197,22 @@ TEST_CASE_FIXTURE(ContentFixture,
     get(dom::child_named(element, L"ValueItems"), &IXMLDOMNode::appendChild, presentation.get());
     read(nullptr, element.get());
     CHECK(get(items, &ITesseraValueItems::get_Presentation) == kprNone);
+    CHECK(error_count() == 0);
     CHECK(message(1).find(L"Name = 'Presentation'") != std::wstring::npos);
     CHECK(message_count() == 1);
+}
+
+TEST_CASE_FIXTURE(ContentFixture, "a presentation that is no number leaves the list's as it is") {
+    const auto items = get(content, &ITessera::get_ValueItems);
+    const dom::Node element = write(nullptr);
+    call(items, &ITesseraValueItems::put_Presentation, kprListBox);
+    const auto item = dom::child_named(element, L"Presentation");
+    dom::set_attribute(item, L"Type"_bstr, L"String"_bstr);
+    dom::set_attribute(item, L"Data"_bstr, L"many"_bstr);
+    read(nullptr, element.get());
+    CHECK(get(items, &ITesseraValueItems::get_Presentation) == kprListBox);
+    CHECK(error(1) == L"Tessera.ValueItems|Property Let 'XMLNode'");
+    CHECK(error_count() == 1);
 }
 
 TEST_CASE_FIXTURE(ContentFixture,
@@ -226,6 +240,7 @@ TEST_CASE_FIXTURE(ContentFixture,
     const dom::Node declaration = get(document, &IXMLDOMDocument::get_firstChild);
     CHECK_FALSE(write(declaration.get()));
     CHECK(error(1) == L"Tessera.XMLPublics|Public Function 'XML_WriteTitle'");
+    CHECK(error_count() == 1);  // what is not written below nothing is no failure of its own
 
     const auto other = new_document();
     get(other, &IXMLDOMDocument::appendChild,

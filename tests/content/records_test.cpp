@@ -74,7 +74,13 @@ TEST_CASE_FIXTURE(PropertyFixture, "a unit is what automation makes a text of") 
     call(property, &ITesseraProperty::put_PhysUnit, static_cast<VARIANT>(null()));
     CHECK(error(1) == L"Tessera.Property|Property Let 'PhysUnit'");
     CHECK(error_code(1) == CTL_E_INVALIDUSEOFNULL);
-    CHECK(error_count() == 1);
+    Variant variable = null();
+    VARIANT reference{};
+    reference.vt = VT_BYREF | VT_VARIANT;
+    reference.pvarVal = &variable;
+    call(property, &ITesseraProperty::put_PhysUnit, reference);
+    CHECK(error_code(2) == CTL_E_INVALIDUSEOFNULL);
+    CHECK(error_count() == 2);
 }
 
 TEST_CASE_FIXTURE(ComFixture, "values change their form only as strings in host form") {

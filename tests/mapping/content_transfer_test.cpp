@@ -276,6 +276,21 @@ TEST_CASE_FIXTURE(MappingFixture, "a query document is expanded cell by cell, bo
     content(document(L"Liste"), {.pointer = L"no pointer"});
     CHECK(error(1) == L"Tessera.SCGlobal|Private Function 'SplitExDocP'");
     CHECK(contents().size() == 3);
+    content(document(L"Liste"), {.pointer = L"Q!A2147483647"});  // there is no row after this one
+    CHECK(error(2) == L"Tessera.SCGlobal|Sub 'QContent'");
+    CHECK(error_code(2) == automation::error_overflow);
+    CHECK(contents().size() == 4);
+}
+
+TEST_CASE_FIXTURE(MappingFixture,
+                  "a query document that contains itself is refused, others go on") {
+    content(document(L"Selbst"), {.pointer = L"Q!A1"});
+    CHECK(contents().size() == 2);
+    CHECK(data(last(), L"Document", L"Pointer") == L"Q!A3");
+    CHECK(error(1) == L"Tessera.SCGlobal|Sub 'QContent'");
+    CHECK(error_count() == 1);
+    content(document(L"Selbst"), {.pointer = L"Q!A1"});  // not for ever
+    CHECK(contents().size() == 4);
 }
 
 TEST_CASE_FIXTURE(MappingFixture, "of each unknown property of a query's columns is told once") {
@@ -286,11 +301,16 @@ TEST_CASE_FIXTURE(MappingFixture, "of each unknown property of a query's columns
     const auto table = get(query, &IKelosQuery::get_ResultTable);
     const auto columns = get(table, &IKelosResultTable::get_Columns);
     const auto value_column = get(columns, &IKelosQColumnDefs::get_Item, 3L);
-    for (const long constant : {99L, 98L, 99L}) {
+    // One that the user could not be told of is not counted as told.
+    call(kit, &IHostKit::FailCallNamed, Bstr(L"Service.ShowMessage").get(), 1L,
+         static_cast<long>(E_ACCESSDENIED));
+    for (const long constant : {99L, 99L, 98L, 99L}) {
         call(value_column, &IKelosQColumnDef::put_PropertyConstant, constant);
         content(list, {.pointer = L"Q!A1"});
     }
-    CHECK(contents().size() == 6);  // the column of names, each time
+    CHECK(contents().size() == 8);  // the column of names, each time
+    CHECK(error(1) == L"Tessera.SCGlobal|Private Function 'GetProp'");
+    CHECK(error_count() == 1);
     CHECK(message_count() == 2);
     CHECK(message(1) == L"Information|64|Unbekannte Property oder Property-Konstante: 99");
     CHECK(message(2) == L"Information|64|Unbekannte Property oder Property-Konstante: 98");

@@ -57,6 +57,7 @@ ColumnDefinition.get_Evaluator
 Evaluator.Evaluate IHostKitObject
 ValueListObject.get_Count
 ValueListObject.get_Item 1
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Presentation
@@ -101,6 +102,7 @@ ColumnDefinition.get_Evaluator
 Evaluator.Evaluate IHostKitAttribute
 ValueListObject.get_Count
 ValueListObject.get_Item 1
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Presentation
@@ -131,9 +133,11 @@ ColumnDefinition.get_Evaluator
 Evaluator.Evaluate IHostKitAttribute
 ValueListObject.get_Count
 ValueListObject.get_Item 1
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Item 2
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Presentation
@@ -151,6 +155,7 @@ PlainObject.get_Project "Pumpe"
 PlainObject.get_PathFullName "Pumpe", IHostKitProject
 PlainObject.get_WorkSet "Pumpe"
 WorksetObject.get_CurrentProject
+ProjectObject.get_CurrentLanguage
 ProjectObject.get_Languages
 LanguageList.get_Count
 LanguageList.get_Item 2
@@ -166,6 +171,7 @@ ColumnDefinition.get_Evaluator
 Evaluator.Evaluate IHostKitObject
 ValueListObject.get_Count
 ValueListObject.get_Item 1
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Presentation
@@ -234,6 +240,7 @@ ColumnDefinition.get_Evaluator
 Evaluator.Evaluate IHostKitObject
 ValueListObject.get_Count
 ValueListObject.get_Item 1
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Presentation
@@ -259,6 +266,7 @@ ColumnDefinition.get_Evaluator
 Evaluator.Evaluate IHostKitObject
 ValueListObject.get_Count
 ValueListObject.get_Item 1
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Presentation
@@ -293,6 +301,7 @@ ColumnDefinition.get_Evaluator
 Evaluator.Evaluate IHostKitAttribute
 ValueListObject.get_Count
 ValueListObject.get_Item 1
+ColumnDefinition.get_LCID
 ValueEntry.get_DisplayValue
 ValueEntry.get_Value
 ValueListObject.get_Presentation

@@ -123,6 +123,37 @@ TEST_CASE_FIXTURE(RunnerFixture,
     CHECK(message(2) == unexpected_error);
 }
 
+TEST_CASE_FIXTURE(RunnerFixture, "a stored script survives every failure of the host") {
+    const auto sheet = document(L"Datenblatt");  // it shows a mapping table
+    const wchar_t mine[] = L"Sub DoVex()\r\n'mine\r\nEnd Sub";
+    REQUIRE(store(sheet, mine));
+    call(kit, &IHostKit::FailCall, 0L, 0L);
+    stored(sheet);
+    const long calls = get(kit, &IHostKit::get_CountedCalls);
+    REQUIRE(calls > 5);
+    for (long failing = 1; failing <= calls; ++failing) {
+        CAPTURE(failing);
+        call(service(), &IHostKitService::Clear);
+        call(kit, &IHostKit::FailCall, failing, static_cast<long>(E_ACCESSDENIED));
+        stored(sheet);
+        CHECK(error_count() == 1);
+        CHECK(error_code(1) == E_ACCESSDENIED);
+        CHECK(get(script_of(sheet), &IKelosAttribute::get_Value, 1L).text() == mine);
+    }
+    call(service(), &IHostKitService::Clear);
+    CHECK(stored({}) == L"");
+    CHECK(take_errors() == L"Tessera.VexScript|GetVexScript\n");
+}
+
+TEST_CASE_FIXTURE(RunnerFixture, "an error in a line that the editor has not is told once") {
+    use(document(L"Leer"));
+    const auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
+    use_text_box(control);
+    CHECK_FALSE(execute(L"Sub DoVex()\r\na = 1\r\nx = 1 / 0\r\nEnd Sub"));
+    CHECK(message_count() == 1);
+    CHECK(error_count() == 0);
+}
+
 TEST_CASE_FIXTURE(RunnerFixture, "what a host object raises arrives with its own words") {
     use(document(L"Datenblatt"));
     const auto box = create<IKelosTextBox>(L"Kelos.TextBox");
