@@ -1,14 +1,14 @@
+// Through the DLL: the controls of the kit, with real windows.
 #include <functional>
 #include <limits>
-#include <vector>
 
-#include "scripted_object.h"
+#include "support/transcript.h"
 
 #include <commctrl.h>
 
-namespace {
-
 using namespace test;
+
+namespace {
 
 constexpr wchar_t parent_class[] = L"HostKitTestParent";
 
@@ -45,8 +45,9 @@ class Parent {
     HWND handle_ = nullptr;
 };
 
-// Counts clicks; may do more on each.
-class Clicks : public hostkit::PlainObject<IKelosButtonEvents> {
+// Counts the events of a control; may do more on each.
+template <class Events>
+class EventCounter : public hostkit::PlainObject<Events> {
   public:
     int count = 0;
     std::function<void()> then;
@@ -60,11 +61,21 @@ class Clicks : public hostkit::PlainObject<IKelosButtonEvents> {
                         UINT*) override {
         return E_NOTIMPL;
     }
-    STDMETHODIMP Click() override {
+
+  protected:
+    HRESULT happened() {
         ++count;
         if (then) then();
         return S_OK;
     }
+};
+
+struct Clicks : EventCounter<IKelosButtonEvents> {
+    STDMETHODIMP Click() override { return happened(); }
+};
+
+struct Focuses : EventCounter<IKelosWpfBridgeEvents> {
+    STDMETHODIMP WPFGotFocus() override { return happened(); }
 };
 
 HWND window_of(IUnknown* control) {
@@ -98,31 +109,6 @@ class ControlsFixture : public ComFixture {
 
     ComPtr<IKelosStandardControls> factory;
 };
-
-// The text box and the script editor, through the members that they have in common.
-struct Editor {
-    ComPtr<IDispatch> object;
-
-    std::wstring text() const {
-        return std::wstring(automation::get_property(object.get(), L"Text").text());
-    }
-    void set_text(std::wstring_view text) const {
-        automation::put_property(object.get(), L"Text", Variant(text));
-    }
-    long number(const wchar_t* name) const {
-        return automation::get_property(object.get(), name).lVal;
-    }
-    void set_number(const wchar_t* name, long value) const {
-        automation::put_property(object.get(), name, Variant(value));
-    }
-    void select(long start, long length) const {
-        set_number(L"SelStart", start);
-        set_number(L"SelLength", length);
-    }
-    std::pair<long, long> selection() const { return {number(L"SelStart"), number(L"SelLength")}; }
-};
-
-using Selected = std::pair<long, long>;
 
 }  // namespace
 
@@ -263,88 +249,78 @@ TEST_CASE_FIXTURE(ControlsFixture, "without a window there is an error and no co
 }
 
 TEST_CASE_FIXTURE(ComFixture, "a text box counts both characters of a line end") {
-    const Editor box{create<IDispatch>(L"Kelos.TextBox")};
-    CHECK(box.object.try_as<IKelosTextBox>());
-    CHECK(box.text().empty());
-    const std::wstring script = L"Sub DoVex()\r\n  x = 1\r\nEnd Sub";
-    box.set_text(script);
-    CHECK(box.text() == script);
-    CHECK(box.selection() == Selected{0, 0});
-    box.select(13, 9);
-    CHECK(box.selection() == Selected{13, 9});
-    CHECK(script.substr(13, 9) == L"  x = 1\r\n");
-    // Setting the start makes the selection empty; what lies behind the text ends with it.
-    box.set_number(L"SelStart", 5);
-    CHECK(box.selection() == Selected{5, 0});
-    box.select(22, 1000);
-    CHECK(box.selection() == Selected{22, 7});
-    box.set_number(L"SelLength", std::numeric_limits<long>::max());
-    CHECK(box.selection() == Selected{22, 7});
-    CHECK_THROWS_AS(box.set_number(L"SelStart", -1), automation::Error);
-    CHECK_THROWS_AS(box.set_number(L"SelLength", -1), automation::Error);
-
-    // More than the control's own messages can say in 16 bits, and more than its usual limit.
-    std::wstring large;
-    for (int line = 0; line < 10000; ++line)
-        large += L"x = " + std::to_wstring(line) + L"\r\n";
-    box.set_text(large);
-    CHECK(box.text() == large);
-    box.select(80000, 5);
-    CHECK(box.selection() == Selected{80000, 5});
+    const auto box = create<IKelosTextBox>(L"Kelos.TextBox");
+    check_transcript(
+        LR"-(
+    ? Text -> ""
+    script = "Sub DoVex()" & vbCrLf & "  x = 1" & vbCrLf & "End Sub"
+    Text = script
+    ? (Text = script) & " " & SelStart & " " & SelLength -> True 0 0
+    SelStart = 13
+    SelLength = 9
+    ? SelStart & " " & SelLength -> 13 9
+    ' Setting the start makes the selection empty; what lies behind the text ends with it.
+    SelStart = 5
+    ? SelStart & " " & SelLength -> 5 0
+    SelStart = 22
+    SelLength = 1000
+    ? SelStart & " " & SelLength -> 22 7
+    SelLength = 2147483647
+    ? SelStart & " " & SelLength -> 22 7
+    SelStart = -1 -> ! A selection does not start before the text
+    SelLength = -1 -> ! A selection's length is not negative
+    ' More than the control's own messages can say in 16 bits, and more than its usual limit.
+    large = Replace(String(10000, "x"), "x", "x = 12345" & vbCrLf)
+    Text = large
+    ? (Text = large) & Len(large) -> True110000
+    SelStart = 80000
+    SelLength = 5
+    ? SelStart & " " & SelLength -> 80000 5
+)-",
+        {{L"Box", box.get()}});
 }
 
 TEST_CASE_FIXTURE(ComFixture, "a script editor finds lines and keeps the text as it was given") {
     auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
     const auto editor = get(control, &IHostKitScriptControl::get_Object);
-    const Editor edit{
-        automation::object_as<IDispatch>(automation::get_property(control.get(), L"Object"))};
-    CHECK_FALSE(edit.object.try_as<IKelosTextBox>());
-    CHECK(automation::same_object(edit.object.get(), editor.get()));
+    CHECK_FALSE(editor.try_as<IKelosTextBox>());
     control.reset();
-
-    // The long line is wider than any window.
-    const std::wstring line(3000, L'y');
-    const std::wstring script = L"Sub DoVex()\r\n  x = 1\r\n\r\n" + line + L"\r\nEnd Sub";
-    edit.set_text(script);
-    CHECK(edit.text() == script);
-    const auto position = [&](long number) {
-        return get(editor, &IKelosScriptEditor::LinePosition, number);
-    };
-    const auto length = [&](long at) { return get(editor, &IKelosScriptEditor::LineLength, at); };
-    // A line end is one character here.
-    CHECK(position(1) == 0);
-    CHECK(position(2) == 12);
-    CHECK(position(3) == 20);
-    CHECK(position(4) == 21);
-    CHECK(position(5) == 3022);
-    CHECK(position(6) == -1);
-    CHECK(position(0) == -1);
-    CHECK(position(-1) == -1);
-    CHECK(length(position(1)) == 11);
-    CHECK(length(position(2)) == 7);
-    CHECK(length(position(2) + 3) == 7);
-    CHECK(length(position(3)) == 0);
-    CHECK(length(position(4)) == 3000);
-    CHECK(length(position(5)) == 7);
-
-    edit.select(12, 7);
-    CHECK(edit.selection() == Selected{12, 7});
-    edit.set_number(L"SelStart", 20);
-    CHECK(edit.selection() == Selected{20, 0});
-
-    for (const wchar_t* const text :
-         {L"", L"a\nb", L"a\r\nb\r\n", L"{\\rtf1 no markup}", L"ä\x2192"}) {
-        CAPTURE(std::wstring(text));
-        edit.set_text(text);
-        CHECK(edit.text() == text);
-    }
+    const ScriptObjects objects = {{L"Editor", editor.get()}};
+    // The long line is wider than any window. A line end is one character here.
+    check_transcript(
+        LR"-(
+    script = "Sub DoVex()" & vbCrLf & "  x = 1" & vbCrLf & vbCrLf & String(3000, "y") & vbCrLf & "End Sub"
+    Text = script
+    ? Text = script -> True
+    ? LinePosition(1) & " " & LinePosition(2) & " " & LinePosition(3) -> 0 12 20
+    ? LinePosition(4) & " " & LinePosition(5) -> 21 3022
+    ? LinePosition(6) & LinePosition(0) & LinePosition(-1) -> -1-1-1
+    ? LineLength(0) & LineLength(12) & LineLength(15) & LineLength(20) -> 11770
+    ? LineLength(21) & " " & LineLength(3022) -> 3000 7
+    SelStart = 12
+    SelLength = 7
+    ? SelStart & " " & SelLength -> 12 7
+    SelStart = 20
+    ? SelStart & " " & SelLength -> 20 0
+    Text = ""
+    ? Text -> ""
+    Text = "a" & vbLf & "b"
+    ? Text = "a" & vbLf & "b" -> True
+    Text = "a" & vbCrLf & "b" & vbCrLf
+    ? Text = "a" & vbCrLf & "b" & vbCrLf -> True
+    Text = "{\rtf1 no markup}ä→"
+    ? Text -> {\rtf1 no markup}ä→
+    Text = "one" & vbCrLf & "three"
+    SelStart = 4
+)-",
+        objects);
     // What a user writes into it counts from then on.
-    edit.set_text(L"one\r\nthree");
-    edit.set_number(L"SelStart", 4);
-    SendMessageW(window_of(edit.object.get()), EM_REPLACESEL, FALSE,
-                 reinterpret_cast<LPARAM>(L"two\r"));
-    CHECK(edit.text() == L"one\r\ntwo\r\nthree");
-    CHECK(position(3) == 8);
+    SendMessageW(window_of(editor.get()), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L"two\r"));
+    check_transcript(
+        LR"-(
+    ? Replace(Text, vbCrLf, "/") & LinePosition(3) -> one/two/three8
+)-",
+        objects);
 }
 
 TEST_CASE_FIXTURE(ControlsFixture, "the service gives controls the keyboard") {
@@ -376,38 +352,16 @@ TEST_CASE_FIXTURE(ControlsFixture, "the service gives controls the keyboard") {
     CHECK(message_count() + error_count() == 0);
 }
 
-namespace {
-
-class FocusEvents : public hostkit::PlainObject<IKelosWpfBridgeEvents> {
-  public:
-    int count = 0;
-
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                        UINT*) override {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP WPFGotFocus() override {
-        ++count;
-        return S_OK;
-    }
-};
-
-}  // namespace
-
 TEST_CASE_FIXTURE(ComFixture, "a bridge is moved, tells of the focus, and is shut down once") {
     const auto bridge = create<IHostKitWpfBridge>(L"Kelos.WpfBridge");
-    const auto events = hostkit::make_plain<FocusEvents>();
-    call(bridge, &IHostKitWpfBridge::Move, 1L, 2L, 300L, 40L);
-    CHECK(get(bridge, &IHostKitWpfBridge::get_Left) == 1);
-    CHECK(get(bridge, &IHostKitWpfBridge::get_Top) == 2);
-    CHECK(get(bridge, &IHostKitWpfBridge::get_Width) == 300);
-    CHECK(get(bridge, &IHostKitWpfBridge::get_Height) == 40);
-
+    const auto events = hostkit::make_plain<Focuses>();
+    const ScriptObjects objects = {{L"Bridge", bridge.get()}};
+    check_transcript(
+        LR"(
+    Bridge.Move 1, 2, 300, 40
+    ? Bridge.Left & " " & Bridge.Top & " " & Bridge.Width & " " & Bridge.Height -> 1 2 300 40
+)",
+        objects);
     call(bridge, &IHostKitWpfBridge::GainFocus);
     call(bridge, &IHostKitWpfBridge::putref_Events,
          static_cast<IKelosWpfBridgeEvents*>(events.get()));

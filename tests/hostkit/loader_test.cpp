@@ -1,5 +1,6 @@
-// What the kit says about project files that it cannot use.
-#include "hostkit/literal_project.h"
+// Through the DLL: what the kit reads in project files, and says about those that it cannot use.
+#include "support/literal_project.h"
+#include "support/transcript.h"
 
 using namespace test;
 
@@ -53,13 +54,12 @@ TEST_CASE_FIXTURE(ComFixture, "a malformed file is refused with its line") {
 
 TEST_CASE_FIXTURE(ComFixture, "a file that is not there is refused with its name") {
     const auto kit = create<IHostKit>(L"Kelos.HostKit");
-    try {
-        get(kit, &IHostKit::Open, Bstr(L"no such file.xml").get());
-        FAIL("opened");
-    } catch (const automation::Error& error) {
-        CHECK(error.code() == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
-        CHECK(error.description().view() == L"The file \"no such file.xml\" cannot be opened");
-    }
+    ComPtr<IKelosWorkset> workset;
+    CHECK(kit->Open(Bstr(L"no such file.xml").get(), workset.put()) ==
+          HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+    check_transcript(
+        L"Kit.Open \"no such file.xml\" -> ! The file \"no such file.xml\" cannot be opened",
+        {{L"Kit", kit.get()}});
 }
 
 TEST_CASE_FIXTURE(ComFixture, "what a project file may not say is refused with its line") {
@@ -175,16 +175,6 @@ TEST_CASE_FIXTURE(ComFixture, "what a query may not say is refused") {
     }
 }
 
-TEST_CASE_FIXTURE(ComFixture, "file text of every script survives: UTF-8 with and without mark") {
-    for (const char* const mark : {"", "\xEF\xBB\xBF"}) {
-        const TemporaryFile file(
-            mark + in_project("<object type='area' name='Größe 木 \xF0\x9D\x84\x9E'/>"));
-        const auto kit = create<IHostKit>(L"Kelos.HostKit");
-        get(kit, &IHostKit::Open, Bstr(file.path()).get());
-        CHECK(get(kit, &IHostKit::get_Object, Bstr(L"Gr\u00F6\u00DFe \u6728 \U0001D11E").get()));
-    }
-}
-
 TEST_CASE_FIXTURE(ComFixture, "a file is read in the encoding that its mark or declaration says") {
     const std::string project = in_project("<object type='area' name='\xC4\x80'/>");
     const auto declared = [&](const char* encoding, const std::string& name) {
@@ -205,6 +195,9 @@ TEST_CASE_FIXTURE(ComFixture, "a file is read in the encoding that its mark or d
         const wchar_t* name;  // or, from a comma on, the problem
     };
     const Encoded files[] = {
+        {in_project("<object type='area' name='Größe 木 \xF0\x9D\x84\x9E'/>"),
+         L"Gr\u00F6\u00DFe \u6728 \U0001D11E"},
+        {"\xEF\xBB\xBF" + in_project("<object type='area' name='木'/>"), L"\u6728"},
         {declared("utf-8", "\xC3\xA4"), L"\u00E4"},
         {declared("ISO-8859-1", "\xE4"), L"\u00E4"},
         {declared("Windows-1252", "\x80"), L"\u20AC"},
@@ -233,25 +226,9 @@ TEST_CASE_FIXTURE(ComFixture, "a file is read in the encoding that its mark or d
     }
 }
 
-TEST_CASE("a stored script has its lines, without the file's indentation") {
+TEST_CASE("a document gives what it shows, whom it belongs to, its entries and its script") {
     const LiteralProject project(
-        "<project name='W' type='project' current='yes'>"
-        "<document name='Empty'><script>\r\n    Sub DoVex()\r\n    End Sub\r\n</script></document>"
-        "<document name='Lines'><script marker='x'><![CDATA[\n\n  Sub DoVex()\n\n      a = \"<&\"\n"
-        "  End Sub]]></script></document></project>");
-    const auto script = [&](const wchar_t* name) {
-        const auto document = get(project.kit, &IHostKit::get_Document, Bstr(name).get());
-        const auto attribute =
-            get(document, &IKelosObject::AttributeByFullName, Bstr(L"Vex").get());
-        return std::wstring(get(attribute, &IKelosAttribute::get_Value, 1L).text()) + L"|" +
-               get(attribute, &IKelosAttribute::get_Marker).str();
-    };
-    CHECK(script(L"Empty") == L"Sub DoVex()\r\nEnd Sub|~");
-    CHECK(script(L"Lines") == L"Sub DoVex()\r\n\r\n    a = \"<&\"\r\nEnd Sub|x");
-}
-
-TEST_CASE("a document gives what it shows, whom it belongs to and its named entries") {
-    const LiteralProject project(R"(
+        R"(
 <project name='W' type='project' current='yes'>
   <object type='area' name='A'><object type='pump' name='P'/></object>
   <document name='Plan' type-text='T' sub-type-text='7' owner='A' delegate='A|P'>
@@ -259,28 +236,30 @@ TEST_CASE("a document gives what it shows, whom it belongs to and its named entr
     <object type='area' name='Own'/>
     <entry name='@ReportObject' object='A'/>
     <entry name='@Nothing'/>
-  </document>
-</project>)");
-    const auto plan = get(project.kit, &IHostKit::get_Document, Bstr(L"PLAN").get());
-    const auto name = [](const ComPtr<IKelosObject>& object) {
-        return get(object, &IKelosObject::get_PathFullName, static_cast<IKelosProject*>(nullptr))
-            .str();
-    };
-    const auto objects = get(plan, &IKelosDocument::get_Objects);
-    const auto entries = get(plan, &IKelosDocument::get_NamedEntries);
-    const auto entry = [&](const wchar_t* wanted) {
-        return get(entries, &IKelosNamedEntries::get_Item, Bstr(wanted).get());
-    };
-    CHECK(name(get(objects, &IKelosObjects::get_Item, 1L)) == L"W|A|P");
-    CHECK(name(get(objects, &IKelosObjects::get_Item, 2L)) == L"W|Plan|Own");
-    CHECK(name(get(plan, &IKelosDocument::get_Owner)) == L"W|A");
-    CHECK(name(get(plan, &IKelosDocument::get_Delegate)) == L"W|A|P");
-    CHECK(get(plan, &IKelosDocument::get_TypeText).view() == L"T");
-    CHECK_FALSE(get(plan, &IKelosDocument::get_QueryContainer));
-    CHECK(get(entries, &IKelosNamedEntries::get_Count) == 2);
-    CHECK(name(get(entry(L"@ReportObject"), &IKelosNamedEntry::get_Object)) == L"W|A");
-    CHECK_FALSE(get(entry(L"@Nothing"), &IKelosNamedEntry::get_Object));
-    CHECK_FALSE(entry(L"@reportobject"));
+  </document>)"
+        "<document name='Empty'><script>\r\n    Sub DoVex()\r\n    End "
+        "Sub\r\n</script></document><document name='Lines'>"
+        "<script marker='x'><![CDATA[\n\n  Sub DoVex()\n\n      a = \"<&\"\n"
+        "  End Sub]]></script></document></project>");
+    check_transcript(
+        LR"(
+    Set plan = Document("PLAN")
+    ? plan.Objects.Item(1).PathFullName(Nothing) -> W|A|P
+    ? plan.Objects.Item(2).PathFullName(Nothing) -> W|Plan|Own
+    ? plan.Owner.PathFullName(Nothing) & " " & plan.Delegate.PathFullName(Nothing) -> W|A W|A|P
+    ? plan.TypeText & plan.SubTypeText -> T7
+    ? plan.QueryContainer -> Nothing
+    ? plan.NamedEntries.Count -> 2
+    ? plan.NamedEntries.Item("@ReportObject").Object.PathFullName(Nothing) -> W|A
+    ? plan.NamedEntries.Item("@Nothing").Object -> Nothing
+    ? plan.NamedEntries.Item("@reportobject") -> Nothing
+    ' A stored script has its lines, without the file's indentation.
+    Set script = Document("Empty").AttributeByFullName("Vex")
+    ? Replace(script.Value(1), vbCrLf, "/") & " " & script.Marker -> Sub DoVex()/End Sub ~
+    Set script = Document("Lines").AttributeByFullName("Vex")
+    ? Replace(script.Value(1), vbCrLf, "/") & " " & script.Marker -> Sub DoVex()//    a = "<&"/End Sub x
+)",
+        {{L"Kit", project.kit.get()}});
 }
 
 TEST_CASE("rows of a mapping table stand in file order, generated ones counted on") {
@@ -291,7 +270,7 @@ TEST_CASE("rows of a mapping table stand in file order, generated ones counted o
     <mapping>
       <rows sheet='S' object='A'>
         <row cell='A1' property='Name' io='I'/>
-        <generate rows='3' from='10'>
+        <generate rows='2' from='10'>
           <row cell='B{row}' attribute='x.y' property='Value' index='2' unit='bar'/>
           <row cell='C{row}' value='Row {row}' io='O'/>
         </generate>
@@ -307,30 +286,24 @@ TEST_CASE("rows of a mapping table stand in file order, generated ones counted o
     const auto object = project.object(L"T");
     const auto table =
         automation::object_as<IKelosMappingTable>(automation::get_property(object.get(), L"XObj"));
-    REQUIRE(table);
     CHECK(automation::same_object(table.get(), object.as<IKelosMappingTable>().get()));
-    // A script may ask the table or the object that carries it.
-    const Variant second(2L);
-    for (IDispatch* const asked :
-         {static_cast<IDispatch*>(table.get()), static_cast<IDispatch*>(object.get())})
-        CHECK(automation::get_property(asked, L"Target", {second}).text() == L"S!B10");
-
-    const wchar_t* const targets[] = {L"S!A1",  L"S!B10", L"S!C10", L"S!B11", L"S!C11",
-                                      L"S!B12", L"S!C12", L"S!A2",  L"",      L"X!A1!{row}"};
-    REQUIRE(get(table, &IKelosMappingTable::GetCount) == 10);
-    for (long row = 1; row <= 10; ++row)
-        CHECK(get(table, &IKelosMappingTable::get_Target, row).view() == targets[row - 1]);
-    CHECK(get(table, &IKelosMappingTable::get_Value, 7L).text() == L"Row 12");
-    CHECK(get(table, &IKelosMappingTable::get_Value, 8L).vt == VT_R8);
-    CHECK(get(table, &IKelosMappingTable::get_Value, 9L).vt == VT_EMPTY);
-    CHECK(get(table, &IKelosMappingTable::get_SourceIndex, 2L).vt == VT_I4);
-    CHECK(get(table, &IKelosMappingTable::get_SourceIndex, 1L).vt == VT_EMPTY);
-    CHECK(get(table, &IKelosMappingTable::get_UNIT, 6L).view() == L"bar");
-    CHECK(get(table, &IKelosMappingTable::get_IO, 1L).view() == L"I");
-    CHECK(get(table, &IKelosMappingTable::get_SourceObject, 6L));
-    for (const long without : {3L, 8L, 9L, 10L})
-        CHECK_FALSE(get(table, &IKelosMappingTable::get_SourceObject, without));
-    for (const long beyond : {0L, -1L, 11L})
-        CHECK(error_of([&] { get(table, &IKelosMappingTable::get_Target, beyond); }) ==
-              L"Subscript out of range");
+    check_transcript(
+        LR"(
+    ? GetCount -> 8
+    ? Target(1) & " " & Target(2) & " " & Target(3) & " " & Target(4) -> S!A1 S!B10 S!C10 S!B11
+    ? Target(5) & " " & Target(6) & " " & Target(7) & " " & Target(8) -> S!C11 S!A2  X!A1!{row}
+    ? Value(5) & TypeName(Value(6)) & TypeName(Value(7)) -> Row 11DoubleEmpty
+    ? TypeName(SourceIndex(2)) & TypeName(SourceIndex(1)) -> LongEmpty
+    ? UNIT(4) & IO(1) & SourceObject(4).Name -> barIy
+    ? SourceObject(3) -> Nothing
+    ? SourceObject(6) -> Nothing
+    ? SourceObject(7) -> Nothing
+    ? SourceObject(8) -> Nothing
+    ? Target(0) -> ! Subscript out of range
+    ? Target(-1) -> ! Subscript out of range
+    ? Target(9) -> ! Subscript out of range
+)",
+        {{L"Table", table.get()}});
+    // A script may ask the object that carries the table as well.
+    check_transcript(L"? Target(2) -> S!B10", {{L"Carrier", object.get()}});
 }

@@ -1,15 +1,18 @@
+// Through the DLL: the host service, its records and windows, the compressor and the encoder.
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <thread>
 #include <vector>
 
 #include "automation/conversion.h"
-#include "scripted_object.h"
+#include "support/transcript.h"
+
+using namespace test;
 
 namespace {
 
-using namespace test;
 using Bytes = std::vector<std::uint8_t>;
 
 Variant byte_array(const Bytes& bytes) {
@@ -38,19 +41,12 @@ Bytes noise(std::size_t size) {
 
 long answer_message(const ComPtr<IHostKitService>& service, const wchar_t* text,
                     const wchar_t* title) {
-    const Bstr message(text);
-    const Bstr caption(title);
-    return get(service, &IHostKitService::ShowMessage, message.get(), 48L, caption.get());
+    return get(service, &IHostKitService::ShowMessage, Bstr(text).get(), 48L, Bstr(title).get());
 }
 
-void write_trace(const ComPtr<IHostKitService>& service, const wchar_t* text) {
-    const Bstr line(text);
-    call(service, &IHostKitService::Trace, line.get());
-}
-
-std::wstring translated(const ComPtr<IHostKitService>& service, const wchar_t* key) {
-    const Bstr text(key);
-    return get(service, &IHostKitService::TranslateText, text.get()).str();
+// Plays a transcript on the service, whose members need no prefix.
+void check(const ComPtr<IHostKitService>& service, const std::wstring& transcript) {
+    check_transcript(transcript, {{L"Service", service.get()}});
 }
 
 // A plain top-level window.
@@ -103,18 +99,6 @@ class RedirectedStream {
     HANDLE file_;
 };
 
-class Event {
-  public:
-    Event() : handle_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) { REQUIRE(handle_); }
-    ~Event() { CloseHandle(handle_); }
-    Event(const Event&) = delete;
-    Event& operator=(const Event&) = delete;
-    HANDLE get() const { return handle_; }
-
-  private:
-    HANDLE handle_;
-};
-
 // The service of a DLL that COM does not know to be loaded.
 ComPtr<IHostKitService> service_of(HMODULE kit) {
     using GetClassObject = HRESULT(STDMETHODCALLTYPE*)(REFCLSID, REFIID, void**);
@@ -157,21 +141,18 @@ class BoxPresser {
 TEST_CASE("the kit can be unloaded while a thread that used it goes on") {
     const HMODULE kit = LoadLibraryW(L"KelosHostKit.dll");
     REQUIRE(kit);
-    const Event used;
-    const Event unloaded;
+    std::promise<void> used;
+    std::promise<void> unloaded;
     std::thread user([&] {
-        {
-            const auto service = service_of(kit);
-            write_trace(service, L"still kept when the thread ends");
-        }
-        SetEvent(used.get());
-        WaitForSingleObject(unloaded.get(), INFINITE);
+        call(service_of(kit), &IHostKitService::Trace, Bstr(L"still kept at the end").get());
+        used.set_value();
+        unloaded.get_future().wait();
     });
-    WaitForSingleObject(used.get(), INFINITE);
+    used.get_future().wait();
     CHECK(is_idle(L"KelosHostKit.dll"));
     FreeLibrary(kit);
     CHECK_FALSE(GetModuleHandleW(L"KelosHostKit.dll"));
-    SetEvent(unloaded.get());
+    unloaded.set_value();
     user.join();
 }
 
@@ -199,79 +180,62 @@ TEST_CASE_FIXTURE(ComFixture, "all service objects of a thread share their recor
 }
 
 TEST_CASE_FIXTURE(ComFixture, "records are read by scripts, from 1, and as they are now") {
-    const Bstr description(L"It broke");
-    const Bstr source(L"Tessera.SCGlobal");
-    const Bstr label(L"Public Function 'Content'");
-    call(service(), &IHostKitService::ReportError, static_cast<long>(E_FAIL), description.get(),
-         source.get(), label.get());
-    answer_message(service(), L"Read me", L"Note");
-    write_trace(service(), L"first");
-    write_trace(service(), L"second");
-
-    const auto engine = create<IHostKitScriptEngine>(L"KelosScript.Engine");
-    const Bstr module_name(L"Global");
-    call(engine, &IHostKitScriptEngine::AddModule, module_name.get(), Bstr().get(),
-         static_cast<IDispatch*>(service().get()), static_cast<VARIANT_BOOL>(VARIANT_TRUE));
-    const auto evaluate = [&](const wchar_t* expression) {
-        const Bstr text(expression);
-        return automation::to_text(
-                   get(engine, &IHostKitScriptEngine::Evaluate, text.get(), module_name.get()))
-            .str();
-    };
-    CHECK(evaluate(L"Messages.Count & Errors.Count & Traces.Count & ScriptErrors.Count") ==
-          L"1120");
-    CHECK(evaluate(L"Messages.Item(1).Title & \"|\" & Messages.Item(1).Text & \"|\" & "
-                   L"Messages.Item(1).Style & \"|\" & Messages.Item(1).Answer") ==
-          L"Note|Read me|48|1");
-    CHECK(evaluate(L"Errors.Item(1).Source & \"|\" & Errors.Item(1).Label & \"|\" & "
-                   L"Errors.Item(1).Description & \"|\" & Hex(Errors.Item(1).Number)") ==
-          L"Tessera.SCGlobal|Public Function 'Content'|It broke|80004005");
-    CHECK(evaluate(L"Traces.Item(1) & Traces.Item(2)") == L"firstsecond");
-    CHECK_THROWS_AS(evaluate(L"Messages.Item(0)"), automation::Error);
-    CHECK_THROWS_AS(evaluate(L"Traces.Item(3)"), automation::Error);
-
-    const auto traces = get(service(), &IHostKitService::get_Traces);
-    call(service(), &IHostKitService::Clear);
-    CHECK(get(traces, &IHostKitTraces::get_Count) == 0);
-    CHECK(message_count() + error_count() == 0);
+    check(service(),
+          LR"(
+    ReportError &H80004005, "It broke", "Tessera.SCGlobal", "Public Function 'Content'"
+    ? ShowMessage("Read me", 48, "Note") -> 1
+    Trace "first"
+    Trace "second"
+    ? Messages.Count & Errors.Count & Traces.Count & ScriptErrors.Count -> 1120
+    Set message = Messages.Item(1)
+    ? message.Title & "|" & message.Text & "|" & message.Style & "|" & message.Answer -> Note|Read me|48|1
+    Set report = Errors.Item(1)
+    ? report.Source & "|" & report.Label & "|" & report.Description & "|" & Hex(report.Number) -> Tessera.SCGlobal|Public Function 'Content'|It broke|80004005
+    ? Traces.Item(1) & Traces.Item(2) -> firstsecond
+    ? Messages.Item(0) -> ! Subscript out of range
+    ? Traces.Item(3) -> ! Subscript out of range
+    Set kept = Traces
+    Clear
+    ? kept.Count & Messages.Count & Errors.Count -> 000
+    ' Only the newest traces are kept.
+    usual = TraceLimit
+    TraceLimit = 3
+    For i = 1 To 5 : Trace CStr(i) : Next
+    ? Traces.Count & " " & Traces.Item(1) & Traces.Item(3) -> 3 35
+    TraceLimit = 1
+    ? Traces.Item(1) -> 5
+    TraceLimit = 0
+    Trace "6"
+    ? Traces.Count -> 0
+    TraceLimit = -1 -> ! A trace limit is not negative
+    TraceLimit = usual
+    ' A host may have no application.
+    OffersApplication = False
+    ? Application -> Nothing
+    OffersApplication = True
+    ? Application.CurrentWorkset -> Nothing
+)");
 }
 
 TEST_CASE_FIXTURE(ComFixture, "text keys become texts of the language, and other texts stay") {
-    CHECK(translated(service(), L"~00811 Bitte warten...") == L"Bitte warten...");
-    CHECK(translated(service(), L"~00911 gelesene Variable: '") == L"gelesene Variable: '");
-    CHECK(translated(service(), L"~ABCDE Ärger ") == L"Ärger ");
-    for (const wchar_t* const text : {L"", L"~", L"~00811", L"~0081 Bitte", L"~0081g Bitte",
-                                      L"00811 Bitte", L" ~00811 Bitte", L"~00811_Bitte"})
-        CHECK(translated(service(), text) == text);
-
-    call(service(), &IHostKitService::put_Language, hklEnglish);
-    CHECK(translated(service(), L"~00811 Bitte warten...") == L"Please wait...");
-    CHECK(translated(service(), L"~001D4 Abbrechen") == L"Abort");
-    CHECK(translated(service(), L"~02ad8 Unbekannte Property") ==
-          L"Unknown property or property constant");
-    // What the table does not have is better read in German than not at all.
-    CHECK(translated(service(), L"~fffff Unbekannt") == L"Unbekannt");
-    CHECK(service()->put_Language(static_cast<HostKitLanguage>(1036)) == E_INVALIDARG);
-    CHECK(get(service(), &IHostKitService::get_Language) == hklEnglish);
-    call(service(), &IHostKitService::put_Language, hklGerman);
-}
-
-TEST_CASE_FIXTURE(ComFixture, "only the newest traces are kept") {
-    const long usual = get(service(), &IHostKitService::get_TraceLimit);
-    const auto traces = get(service(), &IHostKitService::get_Traces);
-    call(service(), &IHostKitService::put_TraceLimit, 3L);
-    for (const wchar_t* const text : {L"1", L"2", L"3", L"4", L"5"})
-        write_trace(service(), text);
-    CHECK(get(traces, &IHostKitTraces::get_Count) == 3);
-    CHECK(trace(1) == L"3");
-    CHECK(trace(3) == L"5");
-    call(service(), &IHostKitService::put_TraceLimit, 1L);
-    CHECK(trace(1) == L"5");
-    call(service(), &IHostKitService::put_TraceLimit, 0L);
-    write_trace(service(), L"6");
-    CHECK(get(traces, &IHostKitTraces::get_Count) == 0);
-    CHECK(service()->put_TraceLimit(-1) == E_INVALIDARG);
-    call(service(), &IHostKitService::put_TraceLimit, usual);
+    check(service(),
+          LR"(
+    ? TranslateText("~00811 Bitte warten...") -> Bitte warten...
+    ? TranslateText("~00911 gelesene Variable: '") -> gelesene Variable: '
+    ? "<" & TranslateText("~ABCDE Ärger ") & ">" -> <Ärger >
+    ? TranslateText("") & TranslateText("~") & TranslateText("~00811") -> ~~00811
+    ? TranslateText("~0081 Bitte") & TranslateText("~0081g Bitte") -> ~0081 Bitte~0081g Bitte
+    ? TranslateText("00811 Bitte") & TranslateText(" ~00811 Bitte") -> 00811 Bitte ~00811 Bitte
+    ? TranslateText("~00811_Bitte") -> ~00811_Bitte
+    Language = 1033
+    ? TranslateText("~00811 Bitte warten...") & TranslateText("~001D4 Abbrechen") -> Please wait...Abort
+    ? TranslateText("~02ad8 Unbekannte Property") -> Unknown property or property constant
+    ' What the table does not have is better read in German than not at all.
+    ? TranslateText("~fffff Unbekannt") -> Unbekannt
+    Language = 1036 -> ! The kit speaks German and English only
+    ? Language -> 1033
+    Language = 1031
+)");
 }
 
 TEST_CASE_FIXTURE(ComFixture, "a failing service fails in every member that the component calls") {
@@ -305,12 +269,11 @@ TEST_CASE_FIXTURE(ComFixture, "the console mode also writes, in UTF-8") {
     const RedirectedStream error_output(STD_ERROR_HANDLE);
     call(service(), &IHostKitService::put_Mode, hkmConsole);
     answer_message(service(), L"Größe \x2192", L"Hinweis");
-    write_trace(service(), L"a trace");
-    const Bstr description(L"It broke");
-    const Bstr source(L"Tessera");
-    const Bstr label(L"Sub X");
-    call(service(), &IHostKitService::ReportError, static_cast<long>(E_FAIL), description.get(),
-         source.get(), label.get());
+    check(service(),
+          LR"(
+    Trace "a trace"
+    ReportError &H80004005, "It broke", "Tessera", "Sub X"
+)");
     call(service(), &IHostKitService::put_Mode, hkmRecording);
     answer_message(service(), L"quiet", L"Hinweis");
     CHECK(output.content() ==
@@ -337,38 +300,38 @@ TEST_CASE_FIXTURE(ComFixture, "messages are answered as set, or by the user of a
 TEST_CASE_FIXTURE(ComFixture, "the window service shows forms and lets go of them") {
     const auto application = get(service(), &IHostKitService::get_Application);
     const auto windows = get(application, &IKelosApplication::get_WindowService);
-    const auto kept = windows.as<IHostKitWindowService>();
-    const auto forms = get(kept, &IHostKitWindowService::get_Forms);
     const auto controller = make_object();
     const auto form = make_object();
     const Window window;
     form->shown_window = window.get();
-
-    call(windows, &IKelosWindowService::RegisterForm, form->dispatch(), 7L,
-         static_cast<IDispatch*>(nullptr), controller->dispatch());
+    const ScriptObjects objects = {{L"Windows", windows.get()},
+                                   {L"Form", form->dispatch()},
+                                   {L"Controller", controller->dispatch()}};
+    check_transcript(
+        LR"(
+    Windows.RegisterForm Form, 7, Nothing, Controller
+    ? Windows.Forms.Count -> 1
+    Set entry = Windows.Forms.Item(1)
+    ? (entry.Form Is Form) & (entry.Controller Is Controller) & entry.Number -> TrueTrue7
+    ? entry.Reference -> Nothing
+    Windows.RegisterForm Form, 0, Nothing, Nothing -> ! The form is registered already
+    Windows.RegisterForm Nothing, 0, Nothing, Nothing -> ! Object variable not set
+)",
+        objects);
     CHECK(IsWindowVisible(window.get()));
-    REQUIRE(get(forms, &IHostKitForms::get_Count) == 1);
-    {
-        const auto entry = get(forms, &IHostKitForms::get_Item, 1L);
-        CHECK(automation::same_object(get(entry, &IHostKitForm::get_Form).get(), form->dispatch()));
-        CHECK(get(entry, &IHostKitForm::get_Number) == 7);
-        CHECK_FALSE(get(entry, &IHostKitForm::get_Reference));
-        CHECK(automation::same_object(get(entry, &IHostKitForm::get_Controller).get(),
-                                      controller->dispatch()));
-        CHECK(get(entry, &IHostKitForm::get_Window) ==
-              static_cast<long>(reinterpret_cast<LONG_PTR>(window.get())));
-    }
-    CHECK(windows->RegisterForm(form->dispatch(), 0, nullptr, nullptr) == E_INVALIDARG);
-    CHECK(FAILED(windows->RegisterForm(nullptr, 0, nullptr, nullptr)));
-
-    call(windows, &IKelosWindowService::UnregisterForm, form->dispatch());
+    const auto forms = get(windows.as<IHostKitWindowService>(), &IHostKitWindowService::get_Forms);
+    CHECK(get(get(forms, &IHostKitForms::get_Item, 1L), &IHostKitForm::get_Window) ==
+          HandleToLong(window.get()));
+    check_transcript(
+        LR"(
+    Windows.UnregisterForm Form
+    Windows.UnregisterForm Form -> ! The form is not registered
+    ? Windows.Forms.Count & Windows.RegisteredCount & Windows.UnregisteredCount -> 011
+)",
+        objects);
     CHECK_FALSE(IsWindowVisible(window.get()));
-    CHECK(get(forms, &IHostKitForms::get_Count) == 0);
     CHECK(reference_count(form->dispatch()) == 1);
     CHECK(reference_count(controller->dispatch()) == 1);
-    CHECK(windows->UnregisterForm(form->dispatch()) == E_INVALIDARG);
-    CHECK(get(kept, &IHostKitWindowService::get_RegisteredCount) == 1);
-    CHECK(get(kept, &IHostKitWindowService::get_UnregisteredCount) == 1);
 
     // A form without a window is kept like any other.
     form->shown_window = nullptr;
@@ -377,31 +340,20 @@ TEST_CASE_FIXTURE(ComFixture, "the window service shows forms and lets go of the
     call(windows, &IKelosWindowService::UnregisterForm, form->dispatch());
 }
 
-TEST_CASE_FIXTURE(ComFixture, "a host without an application says so") {
-    call(service(), &IHostKitService::put_OffersApplication,
-         static_cast<VARIANT_BOOL>(VARIANT_FALSE));
-    CHECK_FALSE(get(service(), &IHostKitService::get_Application));
-    call(service(), &IHostKitService::put_OffersApplication,
-         static_cast<VARIANT_BOOL>(VARIANT_TRUE));
-    const auto application = get(service(), &IHostKitService::get_Application);
-    CHECK_FALSE(get(application, &IKelosApplication::get_CurrentWorkset));
-}
-
 TEST_CASE_FIXTURE(ComFixture, "the presentation service counts what it was asked for") {
-    const auto ui = get(service(), &IHostKitService::get_UIService);
-    const auto counts = ui.as<IHostKitUIService>();
     const auto form = make_object();
     const Window window;
     form->shown_window = window.get();
-    const auto setting = get(ui, &IKelosUIService::get_FormSetting);
-    call(setting, &IKelosFormSetting::Apply, form->dispatch());
-    call(ui, &IKelosUIService::RefreshControls, form->dispatch());
-    call(ui, &IKelosUIService::RefreshControls, form->dispatch());
-    CHECK(FAILED(ui->ConnectControls(form->dispatch(), nullptr)));
-    call(ui, &IKelosUIService::ConnectControls, form->dispatch(), form->dispatch());
-    CHECK(get(counts, &IHostKitUIService::get_AppliedCount) == 1);
-    CHECK(get(counts, &IHostKitUIService::get_ConnectedCount) == 1);
-    CHECK(get(counts, &IHostKitUIService::get_RefreshedCount) == 2);
+    check_transcript(
+        LR"(
+    UIService.FormSetting.Apply Form
+    UIService.RefreshControls Form
+    UIService.RefreshControls Form
+    UIService.ConnectControls Form, Nothing -> ! Object variable not set
+    UIService.ConnectControls Form, Form
+    ? UIService.AppliedCount & UIService.ConnectedCount & UIService.RefreshedCount -> 112
+)",
+        {{L"Service", service().get()}, {L"Form", form->dispatch()}});
     CHECK(reference_count(form->dispatch()) == 1);
 }
 

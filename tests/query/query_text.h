@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "hostkit/literal_project.h"
+#include "support/literal_project.h"
 
 namespace test {
 

@@ -1,4 +1,4 @@
-#include "hostkit/literal_project.h"
+#include "support/literal_project.h"
 
 #include "automation/conversion.h"
 
