@@ -1,5 +1,7 @@
 #include "hostkit/boundary.h"
 
+#include "automation/thread_slot.h"
+
 #include <cguid.h>
 
 namespace hostkit {
@@ -7,13 +9,13 @@ namespace {
 
 using automation::Bstr;
 using automation::ComPtr;
+using automation::ThreadOwn;
 
 struct Fault {
     long calls = 0;
     long failing = 0;
     HRESULT code = E_FAIL;
 };
-thread_local Fault fault;
 
 struct Watch {
     IHostKitWatcher* watcher = nullptr;
@@ -21,9 +23,9 @@ struct Watch {
     long row = 0;
     long row_count = 0;
 };
-thread_local Watch watch;
 
 void tell_watcher() {
+    auto& watch = ThreadOwn<Watch>::get();
     if (!watch.watcher || watch.is_telling) return;
     const ComPtr<IHostKitWatcher> watcher = watch.watcher;
     watch.is_telling = true;
@@ -44,25 +46,27 @@ void set_error_info(const automation::ErrorReport& error) {
 
 }  // namespace
 
-void fail_call(long n, HRESULT code) noexcept {
-    fault = {0, n, code};
+void fail_call(long n, HRESULT code) {
+    ThreadOwn<Fault>::get() = {0, n, code};
 }
 
-long counted_calls() noexcept {
-    return fault.calls;
+long counted_calls() {
+    return ThreadOwn<Fault>::get().calls;
 }
 
 void count_call() {
+    auto& fault = ThreadOwn<Fault>::get();
     if (++fault.calls == fault.failing) automation::fail(fault.code, L"Failed on request");
     tell_watcher();
 }
 
-void watch_calls(IHostKitWatcher* watcher) noexcept {
-    watch.watcher = watcher;
+void watch_calls(IHostKitWatcher* watcher) {
+    ThreadOwn<Watch>::get().watcher = watcher;
     note_row(0, 0);
 }
 
-void note_row(long row, long row_count) noexcept {
+void note_row(long row, long row_count) {
+    auto& watch = ThreadOwn<Watch>::get();
     watch.row = row;
     watch.row_count = row_count;
 }

@@ -15,9 +15,9 @@ namespace hostkit {
 
 // Fault injection, per thread. The n-th counted call from now on (n from 1) fails with the code;
 // n = 0 ends it. One call fails; those after it work again.
-void fail_call(long n, HRESULT code) noexcept;
+void fail_call(long n, HRESULT code);
 // Counted calls since the last fail_call.
-long counted_calls() noexcept;
+long counted_calls();
 
 // Counts a call and tells the watcher; throws when it is the one that is to fail, or when the
 // watcher says so.
@@ -25,9 +25,9 @@ void count_call();
 
 // Who is told of the counted calls on this thread; nothing ends it. The caller keeps the watcher
 // alive. What the watcher calls itself is not told.
-void watch_calls(IHostKitWatcher* watcher) noexcept;
+void watch_calls(IHostKitWatcher* watcher);
 // The row of a mapping table that the watcher is told with the next calls.
-void note_row(long row, long row_count) noexcept;
+void note_row(long row, long row_count);
 
 // Sets the thread's error info from the exception being handled and answers its code.
 HRESULT raise_current_error() noexcept;
@@ -90,6 +90,13 @@ HRESULT answer(T* result, Body&& body,
 
 inline VARIANT_BOOL as_variant_bool(bool value) noexcept {
     return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+// The place in a list for an index from 1; null when there is no such item.
+template <class List>
+auto item_at(List& list, long index) noexcept -> decltype(&list[0]) {
+    const bool exists = index >= 1 && static_cast<std::size_t>(index) <= list.size();
+    return exists ? &list[static_cast<std::size_t>(index) - 1] : nullptr;
 }
 
 }  // namespace hostkit

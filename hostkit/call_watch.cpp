@@ -5,14 +5,19 @@
 
 #include "automation/bstr.h"
 #include "automation/error.h"
+#include "automation/thread_slot.h"
 
 namespace hostkit {
 namespace {
 
 using automation::ComPtr;
+using automation::ThreadSlot;
 
 // Its kit owns the watch: an object of the thread's own could outlive the library's code.
-thread_local CallWatch* watch_of_thread = nullptr;
+const ThreadSlot& watch_of_thread() {
+    static const ThreadSlot slot;
+    return slot;
+}
 
 std::wstring type_name(IUnknown* object) {
     const auto dispatch = ComPtr<IUnknown>(object).try_as<IDispatch>();
@@ -136,13 +141,13 @@ std::wstring call_name(std::string_view function) {
 }
 
 CallWatch::~CallWatch() {
-    if (watch_of_thread == this) watch_of_thread = nullptr;
+    if (call_watch() == this) watch_of_thread().set(nullptr);
 }
 
 void CallWatch::log(bool wanted) {
     is_logging_ = wanted;
     lines_.clear();
-    watch_of_thread = this;
+    watch_of_thread().set(this);
 }
 
 std::wstring CallWatch::take_lines() noexcept {
@@ -153,7 +158,7 @@ void CallWatch::fail(std::wstring_view name, long occurrence, HRESULT code) {
     failing_ = name;
     occurrence_ = occurrence;
     code_ = code;
-    watch_of_thread = this;
+    watch_of_thread().set(this);
 }
 
 void CallWatch::note(const std::wstring& name, const std::wstring& arguments) {
@@ -168,8 +173,8 @@ void CallWatch::note(const std::wstring& name, const std::wstring& arguments) {
     automation::fail(code, L"Failed on request");
 }
 
-CallWatch* call_watch() noexcept {
-    return watch_of_thread;
+CallWatch* call_watch() {
+    return static_cast<CallWatch*>(watch_of_thread().get());
 }
 
 void note_creation(std::wstring_view program_name) {

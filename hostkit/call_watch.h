@@ -77,7 +77,7 @@ class CallWatch {
 };
 
 // The calling thread's watch, or null.
-CallWatch* call_watch() noexcept;
+CallWatch* call_watch();
 
 // For the creation of a class, which no member stands for.
 void note_creation(std::wstring_view program_name);

@@ -39,7 +39,7 @@ HFONT create_font(HWND window, double points) {
 
 }  // namespace
 
-ControlWindow::ControlWindow(const Key&) noexcept {
+ControlWindow::ControlWindow(const Key&) {
     // The window's procedures are this module's code: it must stay loaded as long as they may run.
     automation::object_born();
 }

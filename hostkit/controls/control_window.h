@@ -29,7 +29,7 @@ class ControlWindow : public std::enable_shared_from_this<ControlWindow> {
                                                  const ControlPlace& place, double font_points,
                                                  std::wstring_view caption);
 
-    explicit ControlWindow(const Key&) noexcept;
+    explicit ControlWindow(const Key&);
     ~ControlWindow();
     ControlWindow(const ControlWindow&) = delete;
     ControlWindow& operator=(const ControlWindow&) = delete;

@@ -2,8 +2,6 @@
 
 #include <charconv>
 
-#include "automation/windows_headers.h"
-
 namespace hostkit {
 namespace {
 
@@ -40,11 +38,6 @@ std::wstring_view trimmed(std::wstring_view text) noexcept {
     const std::size_t first = text.find_first_not_of(blanks);
     if (first == text.npos) return {};
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-bool equal_in_any_case(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
 std::vector<std::wstring_view> split(std::wstring_view text, wchar_t separator) {

@@ -34,7 +34,6 @@ class LocalText {
 };
 
 std::wstring_view trimmed(std::wstring_view text) noexcept;
-bool equal_in_any_case(std::wstring_view left, std::wstring_view right) noexcept;
 std::vector<std::wstring_view> split(std::wstring_view text, wchar_t separator);
 
 // The number that a text is; false when it is none. Spelling as in the project file: a point for

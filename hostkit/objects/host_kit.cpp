@@ -1,5 +1,6 @@
 // Kelos.HostKit: opens project files.
 #include "automation/object.h"
+#include "automation/text.h"
 #include "hostkit.h"
 #include "hostkit/classes.h"
 #include "hostkit/model/model_functions.h"
@@ -62,22 +63,22 @@ class Kit : public Object<Kit, IHostKit> {
     STDMETHODIMP get_Query(BSTR name, IKelosQuery** result) override {
         return answer<Uncounted>(result, [&]() -> ComPtr<IKelosQuery> {
             for (const auto& query : model()->queries)
-                if (equal_in_any_case(query->name, view_of(name)))
+                if (automation::equal_ignoring_case(query->name, view_of(name)))
                     return make_query(model(), *query);
             return {};
         });
     }
     STDMETHODIMP FailCall(long number, long code) override {
-        fail_call(number, code);
-        return S_OK;
+        return run<Uncounted>([&] { fail_call(number, code); });
     }
     STDMETHODIMP get_CountedCalls(long* result) override {
         return answer<Uncounted>(result, [] { return counted_calls(); });
     }
     STDMETHODIMP putref_Watcher(IHostKitWatcher* watcher) override {
-        watcher_ = watcher;
-        watch_calls(watcher);
-        return S_OK;
+        return run<Uncounted>([&] {
+            watcher_ = watcher;
+            watch_calls(watcher);
+        });
     }
     STDMETHODIMP get_LogsCalls(VARIANT_BOOL* result) override {
         return answer<Uncounted>(result, [&] { return as_variant_bool(calls_.is_logging()); });
@@ -127,7 +128,7 @@ class Kit : public Object<Kit, IHostKit> {
 
     Element* document_named(std::wstring_view name) const {
         for (Element* const document : documents())
-            if (equal_in_any_case(document->name, name)) return document;
+            if (automation::equal_ignoring_case(document->name, name)) return document;
         Element* const found = find_anywhere(*model(), name);
         return found && found->kind == ElementKind::document ? found : nullptr;
     }

@@ -35,11 +35,4 @@ automation::ComPtr<IDispatch> make_undo_state(const wchar_t* name);
 ElementRef element_behind(IUnknown* object);
 ModelRef model_behind(IKelosWorkset* workset);
 
-// The position in a list for an index from 1; nothing when there is no such item.
-template <class List>
-auto item_at(List& list, long index) noexcept -> decltype(&list[0]) {
-    const bool exists = index >= 1 && static_cast<std::size_t>(index) <= list.size();
-    return exists ? &list[static_cast<std::size_t>(index) - 1] : nullptr;
-}
-
 }  // namespace hostkit

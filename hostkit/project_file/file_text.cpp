@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
-#include "automation/windows_headers.h"
+#include "automation/bstr.h"
+#include "automation/text.h"
 #include "hostkit/model/texts.h"
 #include "hostkit/project_file/xml_tree.h"
+#include "text/utf8.h"
 
 namespace hostkit::project_file {
 namespace {
@@ -43,22 +45,24 @@ void check_lines(const std::wstring& path, std::basic_string_view<Character> tex
 
 std::string checked_utf8(const std::wstring& path, std::string text) {
     const auto is_valid = [](const char* line, int length) {
-        return MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, line, length, nullptr, 0) > 0;
+        return tessera::from_utf8({line, static_cast<std::size_t>(length)}).has_value();
     };
     check_lines<char>(path, text, is_valid, L"UTF-8");
     return text;
 }
 
-// Half of a pair is no character.
-int to_utf8(std::wstring_view text, char* result, int room) {
-    return WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text.data(),
-                               static_cast<int>(text.size()), result, room, nullptr, nullptr);
+std::string utf8_of(std::wstring_view text) {
+    return tessera::to_utf8(automation::as_u16(text));
 }
 
-std::string utf8_of(std::wstring_view text) {
-    std::string result(static_cast<std::size_t>(to_utf8(text, nullptr, 0)), '\0');
-    to_utf8(text, result.data(), static_cast<int>(result.size()));
-    return result;
+// Half of a pair is no character.
+bool is_utf16(std::u16string_view text) {
+    while (!text.empty()) {
+        const tessera::CodePoint point = tessera::first_code_point(text);
+        if (point.is_lone_surrogate()) return false;
+        text.remove_prefix(point.units);
+    }
+    return true;
 }
 
 std::string from_utf16(const std::wstring& path, std::string_view bytes, bool big_first) {
@@ -69,7 +73,7 @@ std::string from_utf16(const std::wstring& path, std::string_view bytes, bool bi
         text += static_cast<wchar_t>(big_first ? first << 8 | second : second << 8 | first);
     }
     const auto is_valid = [](const wchar_t* line, int length) {
-        return to_utf8({line, static_cast<std::size_t>(length)}, nullptr, 0) > 0;
+        return is_utf16(automation::as_u16({line, static_cast<std::size_t>(length)}));
     };
     check_lines<wchar_t>(path, text, is_valid, L"UTF-16");
     if (bytes.size() % 2 != 0) fail_in_file(path, 0, L"the file ends in the middle of a character");
@@ -100,7 +104,9 @@ std::string from_windows_1252(const std::wstring& path, std::string_view bytes) 
 std::string from_declared(const std::wstring& path, std::string bytes) {
     const std::string declared = declared_encoding(bytes).name;
     const std::wstring name(declared.begin(), declared.end());
-    const auto is = [&](std::wstring_view known) { return equal_in_any_case(name, known); };
+    const auto is = [&](std::wstring_view known) {
+        return automation::equal_ignoring_case(name, known);
+    };
     if (name.empty() || is(L"UTF-8")) return checked_utf8(path, std::move(bytes));
     if (is(L"windows-1252")) return from_windows_1252(path, bytes);
     if (is(L"ISO-8859-1")) return from_latin_1(bytes);

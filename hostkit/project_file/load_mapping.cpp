@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "automation/text.h"
 #include "hostkit/model/model_functions.h"
 #include "hostkit/project_file/loader_parts.h"
 
@@ -54,8 +55,9 @@ std::wstring direction_of(const Node& node) {
 }
 
 bool has_label(const UnitGroup& group, std::wstring_view label) {
-    return std::ranges::any_of(
-        group.units, [&](const auto& unit) { return equal_in_any_case(unit->label, label); });
+    return std::ranges::any_of(group.units, [&](const auto& unit) {
+        return automation::equal_ignoring_case(unit->label, label);
+    });
 }
 
 // The label of a unit that the source can be in; of a source without unit it says nothing.

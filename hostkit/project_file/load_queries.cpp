@@ -1,3 +1,4 @@
+#include "automation/text.h"
 #include "host/known_properties.h"
 #include "hostkit/model/model_functions.h"
 #include "hostkit/model/query_data.h"
@@ -16,7 +17,7 @@ long load_constant(const Node& node) {
     long number = 0;
     if (read_number(name, number)) return number;
     const auto* const property = kelos::find_property_if([&](std::u16string_view known) {
-        return equal_in_any_case(automation::as_wide(known), name);
+        return automation::equal_ignoring_case(automation::as_wide(known), name);
     });
     if (property) return property->number;
     node.fail(L"there is no property \"" + name + L"\"");
@@ -151,7 +152,7 @@ void load_queries(LoadContext& context, const Node& node) {
                         auto query = load_query(context, child);
                         if (query->name.empty()) child.fail(L"the query has no name");
                         for (const auto& other : context.model.queries)
-                            if (equal_in_any_case(other->name, query->name))
+                            if (automation::equal_ignoring_case(other->name, query->name))
                                 child.fail(L"there is a second query \"" + query->name + L"\"");
                         context.model.queries.push_back(std::move(query));
                     }}});

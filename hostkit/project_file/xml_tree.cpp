@@ -3,6 +3,7 @@
 #include <xmllite.h>
 
 #include "automation/error.h"
+#include "automation/file_handle.h"
 #include "hostkit/project_file/file_text.h"
 
 namespace hostkit::project_file {
@@ -39,31 +40,19 @@ constexpr KnownProblem known_problems[] = {
     fail_in_file(path, line, std::wstring(L"this is not well-formed XML (") + number + L")");
 }
 
-class File {
-  public:
-    explicit File(const std::wstring& path)
-        : handle_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                              0, nullptr)) {
-        if (handle_ == INVALID_HANDLE_VALUE)
-            automation::fail(HRESULT_FROM_WIN32(GetLastError()),
-                             L"The file \"" + path + L"\" cannot be opened");
-    }
-    ~File() { CloseHandle(handle_); }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    std::string read() {
-        std::string bytes;
-        char block[16384];
-        DWORD got = 0;
-        while (ReadFile(handle_, block, sizeof block, &got, nullptr) && got > 0)
-            bytes.append(block, got);
-        return bytes;
-    }
-
-  private:
-    HANDLE handle_;
-};
+std::string read_file(const std::wstring& path) {
+    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                  nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!file.is_open())
+        automation::fail(HRESULT_FROM_WIN32(GetLastError()),
+                         L"The file \"" + path + L"\" cannot be opened");
+    std::string bytes;
+    char block[16384];
+    DWORD got = 0;
+    while (ReadFile(file.get(), block, sizeof block, &got, nullptr) && got > 0)
+        bytes.append(block, got);
+    return bytes;
+}
 
 ComPtr<IStream> stream_of(const std::string& bytes) {
     ComPtr<IStream> stream;
@@ -198,7 +187,7 @@ void fail_in_file(const std::wstring& path, unsigned line, std::wstring_view pro
 }
 
 XmlElement read_xml_file(const std::wstring& path) {
-    const std::string bytes = File(path).read();
+    const std::string bytes = read_file(path);
     if (bytes.empty()) fail_in_file(path, 0, L"the file is empty");
     return TreeBuilder(path, utf8_text(path, bytes)).build();
 }

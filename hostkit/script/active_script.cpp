@@ -1,7 +1,7 @@
 #include "hostkit/script/active_script.h"
 
 #include "automation/error.h"
-#include "hostkit/script/exception_info.h"
+#include "automation/exception_info.h"
 
 namespace hostkit {
 namespace {
@@ -55,14 +55,14 @@ void ActiveScript::add_item(const wchar_t* name, DWORD flags) {
 }
 
 HRESULT ActiveScript::run(const wchar_t* code, const wchar_t* item, DWORD cookie) {
-    ExceptionInfo exception;
+    automation::ExceptionInfo exception;
     return parser_->ParseScriptText(code, item, nullptr, nullptr, cookie, 0, SCRIPTTEXT_ISVISIBLE,
                                     nullptr, &exception);
 }
 
 HRESULT ActiveScript::evaluate(const wchar_t* expression, const wchar_t* item, DWORD cookie,
                                VARIANT* result) {
-    ExceptionInfo exception;
+    automation::ExceptionInfo exception;
     return parser_->ParseScriptText(expression, item, nullptr, nullptr, cookie, 0,
                                     SCRIPTTEXT_ISEXPRESSION, result, &exception);
 }

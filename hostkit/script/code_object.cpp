@@ -1,7 +1,7 @@
 #include "hostkit/script/code_object.h"
 
+#include "automation/exception_info.h"
 #include "hostkit/boundary.h"
-#include "hostkit/script/exception_info.h"
 
 namespace hostkit {
 namespace {
@@ -9,7 +9,7 @@ namespace {
 using automation::Bstr;
 using automation::ComPtr;
 
-class CodeObject : public PlainObject<IDispatch> {
+class CodeObject : public automation::PlainObject<IDispatch> {
   public:
     CodeObject(ComPtr<ScriptEngine> engine, std::wstring_view module_name,
                ComPtr<IDispatch> procedures)
@@ -39,7 +39,7 @@ class CodeObject : public PlainObject<IDispatch> {
         const ScriptSite::Watch watch(engine_->site(), module_name_);
         if (const HRESULT refused = run<Watched>(Given(*parameters), [] {}); FAILED(refused))
             return refused;
-        ExceptionInfo raised;
+        automation::ExceptionInfo raised;
         const HRESULT code = procedures_->Invoke(member, id, locale, kind, parameters, result,
                                                  &raised, bad_argument);
         if (!watch.error()) {
@@ -75,7 +75,8 @@ class CodeObject : public PlainObject<IDispatch> {
 
 ComPtr<IDispatch> make_code_object(ComPtr<ScriptEngine> engine, std::wstring_view module_name,
                                    ComPtr<IDispatch> procedures) {
-    return make_plain<CodeObject>(std::move(engine), module_name, std::move(procedures));
+    return automation::make_plain<CodeObject>(std::move(engine), module_name,
+                                              std::move(procedures));
 }
 
 }  // namespace hostkit

@@ -46,7 +46,7 @@ void tell_sink(ComPtr<IDispatch> sink, const ScriptErrorRecord& error) noexcept 
 
 }  // namespace
 
-ScriptEngine::ScriptEngine() : site_(make_plain<ScriptSite>()), script_(site_.get()) {}
+ScriptEngine::ScriptEngine() : site_(automation::make_plain<ScriptSite>()), script_(site_.get()) {}
 
 template <class Call>
 void ScriptEngine::run_watched(std::wstring_view item, std::wstring_view expression, Call&& call) {

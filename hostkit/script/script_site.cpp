@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "automation/error.h"
-#include "hostkit/script/exception_info.h"
+#include "automation/exception_info.h"
+#include "automation/text.h"
 #include "hostkit/script/script_error_text.h"
 
 namespace hostkit {
@@ -14,15 +15,10 @@ using automation::view_of;
 constexpr std::wstring_view runtime_source = L"Microsoft VBScript runtime error";
 constexpr std::wstring_view compilation_source = L"Microsoft VBScript compilation error";
 
-bool same_name(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
-
 void read_exception(IActiveScriptError& error, ScriptErrorRecord& record) {
-    ExceptionInfo info;
+    automation::ExceptionInfo info;
     if (FAILED(error.GetExceptionInfo(&info))) return;
-    if (info.pfnDeferredFillIn) info.pfnDeferredFillIn(&info);
+    info.fill_in();
     if (FAILED(info.scode)) record.code = info.scode;
     record.description = view_of(info.bstrDescription);
     record.source = view_of(info.bstrSource);
@@ -52,8 +48,9 @@ DWORD ScriptSite::add_module(ScriptModule module) {
 }
 
 const ScriptModule* ScriptSite::find_module(std::wstring_view name) const noexcept {
-    const auto found = std::ranges::find_if(
-        modules_, [&](const ScriptModule& module) { return same_name(module.name, name); });
+    const auto found = std::ranges::find_if(modules_, [&](const ScriptModule& module) {
+        return automation::equal_ignoring_case(module.name, name);
+    });
     return found == modules_.end() ? nullptr : &*found;
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "hostkit/script/plain_object.h"
+#include "automation/plain_object.h"
 #include "hostkit/services/script_error.h"
 
 #include <activscp.h>
@@ -18,7 +18,7 @@ struct ScriptModule {
     std::wstring code;                     // kept to quote its lines
 };
 
-class ScriptSite : public PlainObject<IActiveScriptSite, IActiveScriptSiteWindow> {
+class ScriptSite : public automation::PlainObject<IActiveScriptSite, IActiveScriptSiteWindow> {
   public:
     // Watches one call into the script. Calls nest: an error belongs to the innermost of them.
     class Watch {

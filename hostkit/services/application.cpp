@@ -1,6 +1,7 @@
 #include "hostkit/services/application.h"
 
 #include "automation/object.h"
+#include "automation/thread_slot.h"
 #include "hostkit/boundary.h"
 #include "hostkit/services/ole_window.h"
 #include "hostkit/services/service_state.h"
@@ -12,7 +13,10 @@ using automation::ComPtr;
 using automation::make;
 
 // A plain pointer: at thread exit COM may be gone, so that nothing may be released then.
-thread_local IKelosWorkset* thread_workset = nullptr;
+const automation::ThreadSlot& thread_workset() {
+    static const automation::ThreadSlot slot;
+    return slot;
+}
 
 // The look of the host's forms: the colour of the system's dialogs, which labels and buttons have.
 void apply_look(IDispatch* form) {
@@ -107,11 +111,15 @@ void focus_control(IDispatch* control) {
 }
 
 ComPtr<IKelosWorkset> current_workset() {
-    return thread_workset;
+    return static_cast<IKelosWorkset*>(thread_workset().get());
 }
 
 void set_current_workset(ComPtr<IKelosWorkset> workset) {
-    const auto old = ComPtr<IKelosWorkset>::attach(std::exchange(thread_workset, workset.detach()));
+    // Released last: its end may come back to here.
+    const auto old =
+        ComPtr<IKelosWorkset>::attach(static_cast<IKelosWorkset*>(thread_workset().get()));
+    thread_workset().set(workset.get());
+    static_cast<void>(workset.detach());
 }
 
 }  // namespace hostkit

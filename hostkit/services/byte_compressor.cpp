@@ -8,18 +8,20 @@
 #include <limits>
 #include <vector>
 
+#include "automation/byte_array.h"
 #include "automation/object.h"
 #include "hostkit.h"
 #include "hostkit/boundary.h"
 #include "hostkit/classes.h"
-#include "hostkit/services/byte_array.h"
 
 #include <zlib.h>
 
 namespace hostkit {
 namespace {
 
+using automation::ByteArrayView;
 using automation::ComPtr;
+using automation::make_byte_array;
 using automation::Variant;
 
 constexpr std::array<std::uint8_t, 4> marker = {'K', 'B', 'C', '1'};

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "automation/byte_array.h"
 #include "automation/object.h"
 #include "hostkit.h"
 #include "hostkit/boundary.h"
 #include "hostkit/classes.h"
-#include "hostkit/services/byte_array.h"
 
 #include <wincrypt.h>
 
@@ -14,7 +14,9 @@ namespace hostkit {
 namespace {
 
 using automation::Bstr;
+using automation::ByteArrayView;
 using automation::ComPtr;
+using automation::make_byte_array;
 using automation::Variant;
 using automation::view_of;
 

@@ -7,14 +7,6 @@
 
 namespace hostkit {
 
-// The element with the given number, from 1; throws "subscript out of range".
-template <class Sequence>
-const typename Sequence::value_type& numbered(const Sequence& elements, long index) {
-    if (index < 1 || static_cast<std::size_t>(index) > elements.size())
-        automation::fail(automation::error_subscript_out_of_range);
-    return elements[static_cast<std::size_t>(index) - 1];
-}
-
 // Interface  the collection's interface, with Count and Item
 // Element    what Item hands out
 // Sequence   the state's member that is shown
@@ -28,8 +20,11 @@ class Collection
             result, [] { return static_cast<long>((service_state().*Sequence).size()); });
     }
     STDMETHODIMP get_Item(long index, Element* result) override {
-        return answer<Uncounted>(
-            result, [&] { return Present(numbered(service_state().*Sequence, index)); });
+        return answer<Uncounted>(result, [&] {
+            const auto* const entry = item_at(service_state().*Sequence, index);
+            if (!entry) automation::fail(automation::error_subscript_out_of_range);
+            return Present(*entry);
+        });
     }
 };
 

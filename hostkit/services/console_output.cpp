@@ -2,21 +2,10 @@
 
 #include <string>
 
-#include "automation/windows_headers.h"
+#include "automation/bstr.h"
+#include "text/utf8.h"
 
 namespace hostkit {
-namespace {
-
-std::string utf8(std::wstring_view text) {
-    const auto units = static_cast<int>(text.size());
-    const int size =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), units, bytes.data(), size, nullptr, nullptr);
-    return bytes;
-}
-
-}  // namespace
 
 void write_line(StandardStream stream, std::wstring_view text) {
     const HANDLE handle =
@@ -29,7 +18,7 @@ void write_line(StandardStream stream, std::wstring_view text) {
         WriteConsoleW(handle, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
         return;
     }
-    const std::string bytes = utf8(line);
+    const std::string bytes = tessera::to_utf8(automation::as_u16(line));
     WriteFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 

@@ -1,9 +1,7 @@
 #include "hostkit/services/service_state.h"
 
-#include <memory>
-#include <new>
-
 #include "automation/error.h"
+#include "automation/thread_slot.h"
 #include "hostkit/services/console_output.h"
 
 namespace hostkit {
@@ -19,31 +17,6 @@ std::wstring hexadecimal(long number) {
     swprintf(text, std::size(text), L"&H%08lX", static_cast<unsigned long>(number));
     return text;
 }
-
-// The states of all threads. A thread_local object would not do: with the compiler's run-time
-// linked statically, its destructor at thread exit unloads the very DLL that it is running in.
-class StateSlot {
-  public:
-    StateSlot() : index_(FlsAlloc(destroy)) {
-        if (index_ == FLS_OUT_OF_INDEXES) throw std::bad_alloc();
-    }
-    // Destroys the states of the threads that are still there.
-    ~StateSlot() { FlsFree(index_); }
-    StateSlot(const StateSlot&) = delete;
-    StateSlot& operator=(const StateSlot&) = delete;
-
-    ServiceState& get() const {
-        if (void* const state = FlsGetValue(index_)) return *static_cast<ServiceState*>(state);
-        auto fresh = std::make_unique<ServiceState>();
-        if (!FlsSetValue(index_, fresh.get())) throw std::bad_alloc();
-        return *fresh.release();
-    }
-
-  private:
-    static void WINAPI destroy(void* state) { delete static_cast<ServiceState*>(state); }
-
-    const DWORD index_;
-};
 
 }  // namespace
 
@@ -99,8 +72,7 @@ void ServiceState::clear() {
 }
 
 ServiceState& service_state() {
-    static const StateSlot slot;
-    return slot.get();
+    return automation::ThreadOwn<ServiceState>::get();
 }
 
 }  // namespace hostkit

@@ -5,6 +5,8 @@
 #include <array>
 #include <stdexcept>
 
+#include "automation/exception_info.h"
+
 namespace automation {
 namespace {
 
@@ -12,23 +14,12 @@ namespace {
 // allocations.
 constexpr std::size_t max_arguments = 8;
 
-struct ExceptionInfo : EXCEPINFO {
-    ExceptionInfo() noexcept : EXCEPINFO{} {}
-    ~ExceptionInfo() {
-        SysFreeString(bstrSource);
-        SysFreeString(bstrDescription);
-        SysFreeString(bstrHelpFile);
-    }
-    ExceptionInfo(const ExceptionInfo&) = delete;
-    ExceptionInfo& operator=(const ExceptionInfo&) = delete;
-
-    [[noreturn]] void raise() {
-        if (pfnDeferredFillIn) pfnDeferredFillIn(this);
-        const HRESULT number = static_cast<HRESULT>(0x800A0000L | wCode);
-        const HRESULT code = FAILED(scode) ? scode : number;
-        throw Error(code, Bstr(view_of(bstrDescription)), Bstr(view_of(bstrSource)));
-    }
-};
+[[noreturn]] void raise(ExceptionInfo& exception) {
+    exception.fill_in();
+    const HRESULT number = static_cast<HRESULT>(0x800A0000L | exception.wCode);
+    throw Error(FAILED(exception.scode) ? exception.scode : number,
+                Bstr(view_of(exception.bstrDescription)), Bstr(view_of(exception.bstrSource)));
+}
 
 }  // namespace
 
@@ -60,7 +51,7 @@ Variant invoke(IDispatch* object, DISPID member, WORD kind, Arguments arguments)
     const HRESULT code =
         require(object)->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
                                 puts ? nullptr : &result, &exception, &bad_argument);
-    if (code == DISP_E_EXCEPTION) exception.raise();
+    if (code == DISP_E_EXCEPTION) raise(exception);
     check(code);
     return result;
 }

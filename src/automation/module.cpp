@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <mutex>
@@ -9,6 +10,7 @@
 #include <string>
 
 #include "automation/error.h"
+#include "automation/thread_slot.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
@@ -18,7 +20,14 @@ namespace {
 std::atomic<long> live_objects{0};
 // One for each kind of thing that threads share; filled from the front.
 std::array<std::atomic<ThreadIdleHook>, 8> thread_idle_hooks{};
-thread_local long thread_objects = 0;
+
+// Answers the number of the thread's living objects with the change.
+std::intptr_t count_thread_objects(int change) {
+    static const ThreadSlot slot;
+    const auto count = reinterpret_cast<std::intptr_t>(slot.get()) + change;
+    slot.set(reinterpret_cast<void*>(count));
+    return count;
+}
 
 struct GuidOrder {
     bool operator()(const GUID& left, const GUID& right) const noexcept {
@@ -93,13 +102,13 @@ void lock_module(bool lock) noexcept {
     live_objects.fetch_add(lock ? 1 : -1, std::memory_order_acq_rel);
 }
 
-void object_born() noexcept {
+void object_born() {
+    count_thread_objects(+1);
     live_objects.fetch_add(1, std::memory_order_relaxed);
-    ++thread_objects;
 }
 
 void object_died() noexcept {
-    if (--thread_objects == 0) run_thread_idle_hooks();
+    if (count_thread_objects(-1) == 0) run_thread_idle_hooks();
     live_objects.fetch_sub(1, std::memory_order_acq_rel);
 }
 

@@ -14,8 +14,9 @@ HMODULE this_module() noexcept;
 long live_count() noexcept;
 void lock_module(bool lock) noexcept;
 
-// Bookkeeping of the object base: every object counts from construction to destruction.
-void object_born() noexcept;
+// Bookkeeping of the object base: every object counts from construction to destruction. The first
+// one of a thread throws when there is no memory to count it.
+void object_born();
 void object_died() noexcept;
 
 // Called on a thread when the last of the objects that live on it has died, so that what the

@@ -14,12 +14,11 @@
 // Lifetime: only `make` creates objects; the reference count is 1 during destruction.
 #pragma once
 
-#include <atomic>
 #include <type_traits>
 
 #include "automation/call.h"
 #include "automation/late_arguments.h"
-#include "automation/module.h"
+#include "automation/plain_object.h"
 
 namespace automation {
 
@@ -54,35 +53,10 @@ ITypeInfo* info_of() {
 }  // namespace detail
 
 template <class Self, class Main, class... More>
-class Object : public detail::interface_of<Main>,
-               public detail::interface_of<More>...,
-               public ISupportErrorInfo,
-               public IProvideClassInfo {
+class Object : public ReferenceCounted<detail::interface_of<Main>, detail::interface_of<More>...,
+                                       ISupportErrorInfo, IProvideClassInfo> {
   public:
     using MainInterface = detail::interface_of<Main>;
-
-    Object(const Object&) = delete;
-    Object& operator=(const Object&) = delete;
-
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        *result = find_interface(id);
-        if (!*result) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override {
-        return references_.fetch_add(1, std::memory_order_relaxed) + 1;
-    }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
-        if (left == 0) {
-            // References that a destructor takes for a while must not destroy the object again.
-            references_.store(1, std::memory_order_relaxed);
-            delete this;
-        }
-        return left;
-    }
 
     STDMETHODIMP GetTypeInfoCount(UINT* count) override {
         if (!count) return E_POINTER;
@@ -136,15 +110,11 @@ class Object : public detail::interface_of<Main>,
     ComPtr<MainInterface> main_pointer() noexcept { return main_interface(); }
 
   protected:
-    Object() noexcept { object_born(); }
-    virtual ~Object() { object_died(); }
-
     // Answered by `make` alone, so that no object can stand on the stack.
     virtual void made_by_make() const noexcept = 0;
 
   private:
-    // The interface without a new reference, or null.
-    void* find_interface(REFIID id) noexcept {
+    void* find_interface(REFIID id) noexcept override {
         if (id == IID_IUnknown || id == IID_IDispatch || detail::Entry_<Main>::is(id))
             return static_cast<MainInterface*>(this);
         if (id == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
@@ -168,8 +138,6 @@ class Object : public detail::interface_of<Main>,
             return current_error().code;
         }
     }
-
-    std::atomic<ULONG> references_{1};
 };
 
 namespace detail {

@@ -1,9 +1,10 @@
 // What the objects of one thread share.
 #pragma once
 
-#include <utility>
+#include <memory>
 
 #include "automation/module.h"
+#include "automation/thread_slot.h"
 
 namespace automation {
 
@@ -14,17 +15,22 @@ class ThreadKept {
   public:
     // Throws what creating it throws.
     static T& get() {
-        if (!kept_) {
-            add_thread_idle_hook(release);
-            kept_ = new T;
-        }
-        return *kept_;
+        if (void* const present = slot().get()) return *static_cast<T*>(present);
+        add_thread_idle_hook(release);
+        auto made = std::make_unique<T>();
+        slot().set(made.get());
+        return *made.release();
     }
 
   private:
-    static void release() noexcept { delete std::exchange(kept_, nullptr); }
-
-    static inline thread_local T* kept_ = nullptr;
+    static const ThreadSlot& slot() {
+        static const ThreadSlot slot;
+        return slot;
+    }
+    static void release() noexcept {
+        const std::unique_ptr<T> kept(static_cast<T*>(slot().get()));
+        if (kept) slot().set(nullptr);
+    }
 };
 
 }  // namespace automation

@@ -25,6 +25,23 @@ class OpenedClipboard {
     bool open_;
 };
 
+// The text in a block of memory, which stays locked as long as this object lives.
+class LockedText {
+  public:
+    explicit LockedText(HGLOBAL block) noexcept
+        : block_(block), text_(static_cast<const wchar_t*>(GlobalLock(block))) {}
+    ~LockedText() {
+        if (text_) GlobalUnlock(block_);
+    }
+    LockedText(const LockedText&) = delete;
+    LockedText& operator=(const LockedText&) = delete;
+    const wchar_t* get() const noexcept { return text_; }
+
+  private:
+    const HGLOBAL block_;
+    const wchar_t* const text_;
+};
+
 // Copies from an address that may not be readable. False when it is not.
 bool copy_from(const void* address, std::wstring& text) {
     SIZE_T copied = 0;
@@ -58,13 +75,12 @@ std::wstring clipboard_text() {
     if (!clipboard) return text;
     const HANDLE block = GetClipboardData(unicode_text_format);
     if (!block) return text;
-    const auto* const locked = static_cast<const wchar_t*>(GlobalLock(block));
-    if (!locked) return text;
-    text.resize(static_cast<std::size_t>(lstrlenW(locked)));
+    const LockedText locked(block);
+    if (!locked.get()) return text;
+    text.resize(static_cast<std::size_t>(lstrlenW(locked.get())));
     // The text is taken from the address that the handle is, which for clipboard memory is the
     // block itself; where a handle is no address, the locked pointer is the only one there is.
-    if (!text.empty() && !copy_from(block, text)) text.assign(locked, text.size());
-    GlobalUnlock(block);
+    if (!text.empty() && !copy_from(block, text)) text.assign(locked.get(), text.size());
     return text;
 }
 

@@ -1,8 +1,10 @@
 #include "host/host_encoding.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
+#include "automation/byte_array.h"
 #include "automation/dispatch.h"
 #include "codec/prefixed_text.h"
 #include "host/program_names.h"
@@ -10,50 +12,26 @@
 namespace tessera {
 
 using automation::Bstr;
-using automation::check;
 using automation::ComPtr;
 using automation::get;
 using automation::Variant;
 
 namespace {
 
-// The data of a one-dimensional byte array, locked for as long as this object lives.
-class ByteArrayAccess {
-  public:
-    explicit ByteArrayAccess(const VARIANT& value) {
-        if (value.vt != (VT_ARRAY | VT_UI1) || !value.parray || SafeArrayGetDim(value.parray) != 1)
-            automation::fail(automation::error_type_mismatch);
-        check(SafeArrayAccessData(value.parray, &data_));
-        array_ = value.parray;
-    }
-    ~ByteArrayAccess() { SafeArrayUnaccessData(array_); }
-    ByteArrayAccess(const ByteArrayAccess&) = delete;
-    ByteArrayAccess& operator=(const ByteArrayAccess&) = delete;
-
-    void* data() const noexcept { return data_; }
-    std::size_t size() const noexcept { return array_->rgsabound[0].cElements; }
-
-  private:
-    SAFEARRAY* array_ = nullptr;
-    void* data_ = nullptr;
-};
-
 Variant bytes_of(std::wstring_view text) {
-    Variant bytes;
-    bytes.parray =
-        SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(text.size() * sizeof(wchar_t)));
-    if (!bytes.parray) automation::fail(E_OUTOFMEMORY);
-    bytes.vt = VT_ARRAY | VT_UI1;
-    const ByteArrayAccess access(bytes);
-    if (!text.empty()) std::memcpy(access.data(), text.data(), access.size());
-    return bytes;
+    const auto bytes = std::as_bytes(std::span(text));
+    return automation::make_byte_array(bytes.size(), [&](std::span<std::uint8_t> out) {
+        std::ranges::copy(bytes, std::as_writable_bytes(out).begin());
+    });
 }
 
-// Pairs of bytes; a last odd byte stands for no character.
-Bstr text_of(const VARIANT& bytes) {
-    const ByteArrayAccess access(bytes);
-    std::wstring text(access.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(text.data(), access.data(), text.size() * sizeof(wchar_t));
+// Pairs of bytes; a last odd byte stands for no character. What the host answers must be an array.
+Bstr text_of(const Variant& bytes) {
+    if (bytes.vt != (VT_ARRAY | VT_UI1) || !bytes.parray)
+        automation::fail(automation::error_type_mismatch);
+    const automation::ByteArrayView array(bytes);
+    std::wstring text(array.bytes().size() / sizeof(wchar_t), L'\0');
+    std::memcpy(text.data(), array.bytes().data(), text.size() * sizeof(wchar_t));
     return Bstr(text);
 }
 

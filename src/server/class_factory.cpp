@@ -1,37 +1,15 @@
 #include "server/class_factory.h"
 
 #include <algorithm>
-#include <new>
 
 #include "automation/error.h"
 
 namespace server {
 namespace {
 
-using automation::ComPtr;
-
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public automation::PlainObject<IClassFactory> {
   public:
-    explicit ClassFactory(const ClassEntry& entry) noexcept : entry_(entry) {
-        automation::object_born();
-    }
-
-    STDMETHODIMP QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        const bool known = id == IID_IUnknown || id == IID_IClassFactory;
-        *result = known ? static_cast<IClassFactory*>(this) : nullptr;
-        if (!known) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override {
-        return references_.fetch_add(1, std::memory_order_relaxed) + 1;
-    }
-    STDMETHODIMP_(ULONG) Release() override {
-        const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
-        if (left == 0) delete this;
-        return left;
-    }
+    explicit ClassFactory(const ClassEntry& entry) : entry_(entry) {}
 
     STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** result) override {
         if (!result) return E_POINTER;
@@ -49,10 +27,7 @@ class ClassFactory final : public IClassFactory {
     }
 
   private:
-    ~ClassFactory() { automation::object_died(); }
-
     const ClassEntry& entry_;
-    std::atomic<ULONG> references_{1};
 };
 
 }  // namespace
@@ -64,9 +39,11 @@ HRESULT get_class_object(REFCLSID class_id, REFIID interface_id, void** result) 
     const auto entry = std::ranges::find_if(
         classes, [&](const ClassEntry& candidate) { return candidate.class_id == class_id; });
     if (entry == classes.end()) return CLASS_E_CLASSNOTAVAILABLE;
-    auto* const created = new (std::nothrow) ClassFactory(*entry);
-    if (!created) return E_OUTOFMEMORY;
-    return ComPtr<IClassFactory>::attach(created)->QueryInterface(interface_id, result);
+    try {
+        return automation::make_plain<ClassFactory>(*entry)->QueryInterface(interface_id, result);
+    } catch (...) {
+        return automation::current_error().code;
+    }
 }
 
 }  // namespace server

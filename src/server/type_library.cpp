@@ -41,11 +41,7 @@ class TypeLibrary {
         wchar_t width[16];
         std::swprintf(width, 16, attributes_.syskind == SYS_WIN64 ? L"\\%x\\win64" : L"\\%x\\win32",
                       static_cast<unsigned>(attributes_.lcid));
-        HKEY key = nullptr;
-        const LSTATUS status =
-            RegOpenKeyExW(HKEY_CLASSES_ROOT, (version_key() + width).c_str(), 0, KEY_READ, &key);
-        if (status == ERROR_SUCCESS) RegCloseKey(key);
-        return status == ERROR_SUCCESS;
+        return find_key(version_key() + width) != nullptr;
     }
 
   private:
@@ -67,9 +63,8 @@ std::optional<TypeLibrary> shared_library() {
 // The places of the shared library in the modules that are registered with it.
 std::vector<std::wstring> users_of(const TypeLibrary& shared) {
     std::vector<std::wstring> places;
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, shared.version_key().c_str(), 0, KEY_READ, &key))
-        return places;
+    const KeyHandle key = find_key(shared.version_key());
+    if (!key) return places;
     std::vector<wchar_t> place(32768);
     LSTATUS status = ERROR_SUCCESS;
     for (DWORD i = 0; status == ERROR_SUCCESS || status == ERROR_MORE_DATA; ++i) {
@@ -77,12 +72,11 @@ std::vector<std::wstring> users_of(const TypeLibrary& shared) {
         DWORD length = 64;
         auto size = static_cast<DWORD>(place.size() * sizeof(wchar_t));
         DWORD type = REG_NONE;
-        status = RegEnumValueW(key, i, name, &length, nullptr, &type,
+        status = RegEnumValueW(key.get(), i, name, &length, nullptr, &type,
                                reinterpret_cast<BYTE*>(place.data()), &size);
         if (status == ERROR_SUCCESS && type == REG_SZ && name[0] == L'{')
             places.emplace_back(place.data());
     }
-    RegCloseKey(key);
     return places;
 }
 

@@ -47,7 +47,7 @@ class Parent {
 
 // Counts the events of a control; may do more on each.
 template <class Events>
-class EventCounter : public hostkit::PlainObject<Events> {
+class EventCounter : public automation::PlainObject<Events> {
   public:
     int count = 0;
     std::function<void()> then;
@@ -162,7 +162,7 @@ TEST_CASE_FIXTURE(ControlsFixture, "a bar is drawn between 0 and 100 and keeps w
 
 TEST_CASE_FIXTURE(ControlsFixture, "a button's clicks reach its receiver until that is ended") {
     const Parent parent;
-    const auto clicks = hostkit::make_plain<Clicks>();
+    const auto clicks = automation::make_plain<Clicks>();
     const auto first = button(parent);
     const auto second = button(parent);
     const HWND window = window_of(first.get());
@@ -191,7 +191,7 @@ TEST_CASE_FIXTURE(ControlsFixture, "a button's clicks reach its receiver until t
 TEST_CASE_FIXTURE(ControlsFixture,
                   "a window that ends lets go of the receiver and of the control") {
     Parent parent;
-    const auto clicks = hostkit::make_plain<Clicks>();
+    const auto clicks = automation::make_plain<Clicks>();
     auto control = button(parent);
     call(control, &IKelosButton::putref_Events, static_cast<IKelosButtonEvents*>(clicks.get()));
     SUBCASE("from outside") {
@@ -222,7 +222,7 @@ TEST_CASE_FIXTURE(ControlsFixture,
 
 TEST_CASE_FIXTURE(ControlsFixture, "a window belongs to its parent, not to the control's object") {
     const Parent parent;
-    const auto clicks = hostkit::make_plain<Clicks>();
+    const auto clicks = automation::make_plain<Clicks>();
     auto control = button(parent);
     const HWND window = window_of(control.get());
     call(control, &IKelosButton::putref_Events, static_cast<IKelosButtonEvents*>(clicks.get()));
@@ -354,7 +354,7 @@ TEST_CASE_FIXTURE(ControlsFixture, "the service gives controls the keyboard") {
 
 TEST_CASE_FIXTURE(ComFixture, "a bridge is moved, tells of the focus, and is shut down once") {
     const auto bridge = create<IHostKitWpfBridge>(L"Kelos.WpfBridge");
-    const auto events = hostkit::make_plain<Focuses>();
+    const auto events = automation::make_plain<Focuses>();
     const ScriptObjects objects = {{L"Bridge", bridge.get()}};
     check_transcript(
         LR"(

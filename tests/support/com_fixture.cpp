@@ -1,25 +1,12 @@
 #include "support/com_fixture.h"
 
 #include "automation/module.h"
-
-namespace {
-
-std::string utf8(std::wstring_view text) {
-    const int size = static_cast<int>(text.size());
-    std::string bytes(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, text.data(), size,
-                                                                   nullptr, 0, nullptr, nullptr)),
-                      '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), size, bytes.data(), static_cast<int>(bytes.size()),
-                        nullptr, nullptr);
-    return bytes;
-}
-
-}  // namespace
+#include "text/utf8.h"
 
 namespace doctest {
 
 String StringMaker<std::wstring>::convert(const std::wstring& text) {
-    return ("\"" + utf8(text) + "\"").c_str();
+    return ("\"" + tessera::to_utf8(automation::as_u16(text)) + "\"").c_str();
 }
 
 String StringMaker<automation::Bstr>::convert(const automation::Bstr& text) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hostkit/script/plain_object.h"
+#include "automation/plain_object.h"
 #include "support/com_fixture.h"
 
 namespace test {
@@ -14,7 +14,7 @@ namespace test {
 // What a member does: gets its arguments in the order of their declaration.
 using Member = std::function<Variant(const std::vector<Variant>& arguments)>;
 
-class ScriptedObject : public hostkit::PlainObject<IDispatch, IOleWindow> {
+class ScriptedObject : public automation::PlainObject<IDispatch, IOleWindow> {
   public:
     explicit ScriptedObject(std::map<std::wstring, Member> members)
         : members_(std::move(members)) {}
@@ -83,7 +83,7 @@ class ScriptedObject : public hostkit::PlainObject<IDispatch, IOleWindow> {
 };
 
 inline ComPtr<ScriptedObject> make_object(std::map<std::wstring, Member> members = {}) {
-    return hostkit::make_plain<ScriptedObject>(std::move(members));
+    return automation::make_plain<ScriptedObject>(std::move(members));
 }
 
 }  // namespace test

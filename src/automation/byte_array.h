@@ -6,7 +6,7 @@
 
 #include "automation/variant.h"
 
-namespace hostkit {
+namespace automation {
 
 // The bytes of a one-dimensional byte array in a variant, given by value or by reference, for as
 // long as this object lives. An array without storage is empty; any other type is a type mismatch.
@@ -26,7 +26,7 @@ class ByteArrayView {
 
 // A new array of the given size in a variant; `fill` writes its bytes.
 template <class Fill>
-automation::Variant make_byte_array(std::size_t size, Fill&& fill);
+Variant make_byte_array(std::size_t size, Fill&& fill);
 
 namespace detail {
 
@@ -39,7 +39,7 @@ class NewByteArray {
     NewByteArray& operator=(const NewByteArray&) = delete;
 
     std::span<std::uint8_t> bytes() noexcept { return bytes_; }
-    automation::Variant finish() noexcept;
+    Variant finish() noexcept;
 
   private:
     SAFEARRAY* array_;
@@ -49,10 +49,10 @@ class NewByteArray {
 }  // namespace detail
 
 template <class Fill>
-automation::Variant make_byte_array(std::size_t size, Fill&& fill) {
+Variant make_byte_array(std::size_t size, Fill&& fill) {
     detail::NewByteArray array(size);
     fill(array.bytes());
     return array.finish();
 }
 
-}  // namespace hostkit
+}  // namespace automation

@@ -1,17 +1,16 @@
-#include "hostkit/services/byte_array.h"
+#include "automation/byte_array.h"
 
 #include <limits>
 #include <new>
 
 #include "automation/error.h"
 
-namespace hostkit {
+namespace automation {
 namespace {
 
 SAFEARRAY* array_of(const VARIANT& value) {
     if (value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal) return array_of(*value.pvarVal);
-    if ((value.vt & ~VT_BYREF) != (VT_ARRAY | VT_UI1))
-        automation::fail(automation::error_type_mismatch);
+    if ((value.vt & ~VT_BYREF) != (VT_ARRAY | VT_UI1)) fail(error_type_mismatch);
     if (!(value.vt & VT_BYREF)) return value.parray;
     return value.pparray ? *value.pparray : nullptr;
 }
@@ -21,10 +20,9 @@ SAFEARRAY* array_of(const VARIANT& value) {
 ByteArrayView::ByteArrayView(const VARIANT& value) {
     SAFEARRAY* const array = array_of(value);
     if (!array) return;
-    if (SafeArrayGetDim(array) != 1 || SafeArrayGetElemsize(array) != 1)
-        automation::fail(automation::error_type_mismatch);
+    if (SafeArrayGetDim(array) != 1 || SafeArrayGetElemsize(array) != 1) fail(error_type_mismatch);
     void* data = nullptr;
-    automation::check(SafeArrayAccessData(array, &data));
+    check(SafeArrayAccessData(array, &data));
     array_ = array;
     bytes_ = {static_cast<const std::uint8_t*>(data), array->rgsabound[0].cElements};
 }
@@ -46,8 +44,8 @@ NewByteArray::~NewByteArray() {
     if (array_) SafeArrayDestroy(array_);
 }
 
-automation::Variant NewByteArray::finish() noexcept {
-    automation::Variant result;
+Variant NewByteArray::finish() noexcept {
+    Variant result;
     result.vt = VT_ARRAY | VT_UI1;
     result.parray = std::exchange(array_, nullptr);
     return result;
@@ -55,4 +53,4 @@ automation::Variant NewByteArray::finish() noexcept {
 
 }  // namespace detail
 
-}  // namespace hostkit
+}  // namespace automation
