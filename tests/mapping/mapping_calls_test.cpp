@@ -31,57 +31,63 @@ class CallsFixture : public WatchedProject {
     }
 };
 
-}  // namespace
+// What is asked of a row's object before its values.
+std::wstring object_read(const std::wstring& type, const std::wstring& name) {
+    const std::wstring subject = L" \"" + name + L"\"";
+    std::wstring calls;
+    for (const wchar_t* member : {L"SystemType", L"SystemUID", L"SystemType", L"Project"})
+        calls += type + L".get_" + member + subject + L"\n";
+    return calls + type + L".get_PathFullName" + subject + L", IHostKitProject\n" + type +
+           L".get_WorkSet" + subject +
+           L"\nWorksetObject.get_CurrentProject\nProjectObject.get_CurrentLanguage\n";
+}
 
-TEST_CASE_FIXTURE(CallsFixture, "a property of an object") {
-    content(L"S!A1", L"Anlage|Pumpe", L"Description");
-    CHECK(calls() ==
-          LR"(
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_SystemUID "Pumpe"
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_Project "Pumpe"
-PlainObject.get_PathFullName "Pumpe", IHostKitProject
-PlainObject.get_WorkSet "Pumpe"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
-ColumnDefinition.put_PropertyConstant 1
-ColumnDefinition.put_ParameterText ""
-ColumnDefinition.put_UnitText ""
-ColumnDefinition.put_LCID 1031
-ColumnDefinition.get_UnitText
+struct Column {
+    int property;
+    const wchar_t* role;  // of the object, as it is handed to the evaluation
+    std::wstring parameter = L"";
+    std::wstring lcid = L"1031";
+    std::wstring unit = L"";  // the calls that choose it
+    int entries = 1;
+};
+
+// How the values of a known property are read.
+std::wstring column_read(const Column& column) {
+    std::wstring calls = L"LanguageObject.get_LCID\nColumnDefinition.put_PropertyConstant " +
+                         std::to_wstring(column.property) +
+                         L"\nColumnDefinition.put_ParameterText \"" + column.parameter +
+                         L"\"\nColumnDefinition.put_UnitText \"\"\nColumnDefinition.put_LCID " +
+                         column.lcid + L"\n" + column.unit +
+                         LR"(ColumnDefinition.get_UnitText
 ColumnDefinition.get_LCID
 ColumnDefinition.get_Kind
 ColumnDefinition.get_Evaluator
-Evaluator.Evaluate IHostKitObject
-ValueListObject.get_Count
-ValueListObject.get_Item 1
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Presentation
-)");
+Evaluator.Evaluate )" + column.role +
+                         L"\nValueListObject.get_Count\n";
+    for (int i = 1; i <= column.entries; ++i)
+        calls +=
+            L"ValueListObject.get_Item " + std::to_wstring(i) +
+            L"\nColumnDefinition.get_LCID\nValueEntry.get_DisplayValue\nValueEntry.get_Value\n";
+    return calls + L"ValueListObject.get_Presentation\n";
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(CallsFixture, "a known property") {
+    content(L"S!A1", L"Anlage|Pumpe", L"Description");
+    CHECK(calls() == L"\n" + object_read(L"PlainObject", L"Pumpe") +
+                         column_read({.property = 1, .role = L"IHostKitObject"}));
+    content(L"S!A1", L"Anlage|Pumpe#Build.Material", L"DisplayValue");
+    CHECK(calls() == L"\n" + object_read(L"AttributeObject", L"Build.Material") +
+                         column_read({.property = 30, .role = L"IHostKitAttribute", .entries = 2}));
 }
 
 TEST_CASE_FIXTURE(CallsFixture, "a value in another unit") {
     content(L"S!A1", L"Anlage|Pumpe#Process.Pressure", L"Value", Variant(L""), L"mbar");
-    CHECK(calls() ==
-          LR"(
-AttributeObject.get_SystemType "Process.Pressure"
-AttributeObject.get_SystemUID "Process.Pressure"
-AttributeObject.get_SystemType "Process.Pressure"
-AttributeObject.get_Project "Process.Pressure"
-AttributeObject.get_PathFullName "Process.Pressure", IHostKitProject
-AttributeObject.get_WorkSet "Process.Pressure"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
-ColumnDefinition.put_PropertyConstant 32
-ColumnDefinition.put_ParameterText ""
-ColumnDefinition.put_UnitText ""
-ColumnDefinition.put_LCID 1031
-AttributeObject.get_SystemType "Process.Pressure"
+    CHECK(calls() == L"\n" + object_read(L"AttributeObject", L"Process.Pressure") +
+                         column_read({.property = 32,
+                                      .role = L"IHostKitAttribute",
+                                      .unit = LR"(AttributeObject.get_SystemType "Process.Pressure"
 AttributeObject.get_Unit "Process.Pressure"
 UnitObject.get_Group
 UnitGroupObject.get_Count
@@ -95,102 +101,23 @@ UnitGroupObject.get_Item 4
 UnitObject.get_Label
 UnitObject.get_UnitText
 ColumnDefinition.put_UnitText "PRESSURE.MBAR"
-ColumnDefinition.get_UnitText
-ColumnDefinition.get_LCID
-ColumnDefinition.get_Kind
-ColumnDefinition.get_Evaluator
-Evaluator.Evaluate IHostKitAttribute
-ValueListObject.get_Count
-ValueListObject.get_Item 1
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Presentation
-)");
+)"}));
 }
 
-TEST_CASE_FIXTURE(CallsFixture, "a value of a list") {
-    content(L"S!A1", L"Anlage|Pumpe#Build.Material", L"DisplayValue");
-    CHECK(calls() ==
-          LR"(
-AttributeObject.get_SystemType "Build.Material"
-AttributeObject.get_SystemUID "Build.Material"
-AttributeObject.get_SystemType "Build.Material"
-AttributeObject.get_Project "Build.Material"
-AttributeObject.get_PathFullName "Build.Material", IHostKitProject
-AttributeObject.get_WorkSet "Build.Material"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
-ColumnDefinition.put_PropertyConstant 30
-ColumnDefinition.put_ParameterText ""
-ColumnDefinition.put_UnitText ""
-ColumnDefinition.put_LCID 1031
-ColumnDefinition.get_UnitText
-ColumnDefinition.get_LCID
-ColumnDefinition.get_Kind
-ColumnDefinition.get_Evaluator
-Evaluator.Evaluate IHostKitAttribute
-ValueListObject.get_Count
-ValueListObject.get_Item 1
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Item 2
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Presentation
-)");
-}
-
+// The current language is read although another one is asked for.
 TEST_CASE_FIXTURE(CallsFixture, "a text in one language") {
     content(L"S!A1", L"Anlage|Pumpe", L"GetInternationalDescription", Variant(2L));
-    CHECK(calls() ==
-          LR"(
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_SystemUID "Pumpe"
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_Project "Pumpe"
-PlainObject.get_PathFullName "Pumpe", IHostKitProject
-PlainObject.get_WorkSet "Pumpe"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-ProjectObject.get_Languages
+    CHECK(calls() == L"\n" + object_read(L"PlainObject", L"Pumpe") +
+                         LR"(ProjectObject.get_Languages
 LanguageList.get_Count
 LanguageList.get_Item 2
-LanguageObject.get_LCID
-ColumnDefinition.put_PropertyConstant 50
-ColumnDefinition.put_ParameterText "2"
-ColumnDefinition.put_UnitText ""
-ColumnDefinition.put_LCID 1033
-ColumnDefinition.get_UnitText
-ColumnDefinition.get_LCID
-ColumnDefinition.get_Kind
-ColumnDefinition.get_Evaluator
-Evaluator.Evaluate IHostKitObject
-ValueListObject.get_Count
-ValueListObject.get_Item 1
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Presentation
-)");
+)" + column_read({.property = 50, .role = L"IHostKitObject", .parameter = L"2", .lcid = L"1033"}));
 }
 
 TEST_CASE_FIXTURE(CallsFixture, "an expression") {
     content(L"S!A1", L"Anlage|Pumpe", L"Name & Description");
-    CHECK(calls() ==
-          LR"(
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_SystemUID "Pumpe"
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_Project "Pumpe"
-PlainObject.get_PathFullName "Pumpe", IHostKitProject
-PlainObject.get_WorkSet "Pumpe"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
+    CHECK(calls() == L"\n" + object_read(L"PlainObject", L"Pumpe") +
+                         LR"(LanguageObject.get_LCID
 new KelosScript.Engine
 ScriptEngine.put_ReportErrors False
 ScriptEngine.AddModule "Glob", ITesseraPropByName, True
@@ -200,6 +127,21 @@ PlainObject.get_Name "Pumpe"
 }
 
 TEST_CASE_FIXTURE(CallsFixture, "a query document") {
+    const std::wstring column =
+        LR"(ColumnDefinition.get_Shown
+ColumnDefinition.get_PropertyConstant
+ColumnDefinition.get_ParameterText
+ColumnDefinition.get_UnitText
+ResultTable.get_RowCount
+)";
+    const auto cell = [](const wchar_t* place, const std::wstring& type, const wchar_t* name) {
+        return std::wstring(L"ResultTable.get_Cell ") + place + L"\nCellObject.get_Object\n" +
+               object_read(type, name);
+    };
+    const Column name{.property = 2, .role = L"IHostKitObject"};
+    const Column value{.property = 32,
+                       .role = L"IHostKitAttribute",
+                       .unit = L"ColumnDefinition.put_UnitText \"PRESSURE.MBAR\"\n"};
     content(L"S!A1", L"Liste", L"Name");
     CHECK(calls() ==
           LR"(
@@ -213,98 +155,9 @@ ResultTable.get_Columns
 QueryObject.Run
 ResultTable.get_ColumnCount
 ColumnList.get_Item 1
-ColumnDefinition.get_Shown
-ColumnDefinition.get_PropertyConstant
-ColumnDefinition.get_ParameterText
-ColumnDefinition.get_UnitText
-ResultTable.get_RowCount
-ResultTable.get_Cell 1, 1
-CellObject.get_Object
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_SystemUID "Pumpe"
-PlainObject.get_SystemType "Pumpe"
-PlainObject.get_Project "Pumpe"
-PlainObject.get_PathFullName "Pumpe", IHostKitProject
-PlainObject.get_WorkSet "Pumpe"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
-ColumnDefinition.put_PropertyConstant 2
-ColumnDefinition.put_ParameterText ""
-ColumnDefinition.put_UnitText ""
-ColumnDefinition.put_LCID 1031
-ColumnDefinition.get_UnitText
-ColumnDefinition.get_LCID
-ColumnDefinition.get_Kind
-ColumnDefinition.get_Evaluator
-Evaluator.Evaluate IHostKitObject
-ValueListObject.get_Count
-ValueListObject.get_Item 1
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Presentation
-ResultTable.get_Cell 2, 1
-CellObject.get_Object
-PlainObject.get_SystemType "Anlage"
-PlainObject.get_SystemUID "Anlage"
-PlainObject.get_SystemType "Anlage"
-PlainObject.get_Project "Anlage"
-PlainObject.get_PathFullName "Anlage", IHostKitProject
-PlainObject.get_WorkSet "Anlage"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
-ColumnDefinition.put_PropertyConstant 2
-ColumnDefinition.put_ParameterText ""
-ColumnDefinition.put_UnitText ""
-ColumnDefinition.put_LCID 1031
-ColumnDefinition.get_UnitText
-ColumnDefinition.get_LCID
-ColumnDefinition.get_Kind
-ColumnDefinition.get_Evaluator
-Evaluator.Evaluate IHostKitObject
-ValueListObject.get_Count
-ValueListObject.get_Item 1
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Presentation
-ColumnList.get_Item 2
-ColumnDefinition.get_Shown
-ColumnList.get_Item 3
-ColumnDefinition.get_Shown
-ColumnDefinition.get_PropertyConstant
-ColumnDefinition.get_ParameterText
-ColumnDefinition.get_UnitText
-ResultTable.get_RowCount
-ResultTable.get_Cell 1, 3
-CellObject.get_Object
-AttributeObject.get_SystemType "Process.Pressure"
-AttributeObject.get_SystemUID "Process.Pressure"
-AttributeObject.get_SystemType "Process.Pressure"
-AttributeObject.get_Project "Process.Pressure"
-AttributeObject.get_PathFullName "Process.Pressure", IHostKitProject
-AttributeObject.get_WorkSet "Process.Pressure"
-WorksetObject.get_CurrentProject
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
-ColumnDefinition.put_PropertyConstant 32
-ColumnDefinition.put_ParameterText ""
-ColumnDefinition.put_UnitText ""
-ColumnDefinition.put_LCID 1031
-ColumnDefinition.put_UnitText "PRESSURE.MBAR"
-ColumnDefinition.get_UnitText
-ColumnDefinition.get_LCID
-ColumnDefinition.get_Kind
-ColumnDefinition.get_Evaluator
-Evaluator.Evaluate IHostKitAttribute
-ValueListObject.get_Count
-ValueListObject.get_Item 1
-ColumnDefinition.get_LCID
-ValueEntry.get_DisplayValue
-ValueEntry.get_Value
-ValueListObject.get_Presentation
-ResultTable.get_Cell 2, 3
-)");
+)" + column + cell(L"1, 1", L"PlainObject", L"Pumpe") +
+              column_read(name) + cell(L"2, 1", L"PlainObject", L"Anlage") + column_read(name) +
+              L"ColumnList.get_Item 2\nColumnDefinition.get_Shown\nColumnList.get_Item 3\n" +
+              column + cell(L"1, 3", L"AttributeObject", L"Process.Pressure") + column_read(value) +
+              L"ResultTable.get_Cell 2, 3\n");
 }
