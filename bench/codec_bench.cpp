@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "bench/reference_lcss.h"
+#include "bench/sample_texts.h"
 #include "codec/lcss_compress.h"
 #include "codec/lcss_decompress.h"
-#include "codec/reference_lcss.h"
-#include "codec/sample_texts.h"
 #include "codec/uu_decode.h"
 #include "codec/uu_encode.h"
 

@@ -3,11 +3,11 @@
 #include <utility>
 #include <vector>
 
+#include "bench/sample_texts.h"
 #include "codec/ansi_code_page.h"
 #include "codec/lcss_compress.h"
 #include "codec/lcss_decompress.h"
 #include "codec/lcss_format.h"
-#include "codec/sample_texts.h"
 #include "doctest/doctest.h"
 
 using namespace tessera;

@@ -2,11 +2,11 @@
 #include <string>
 #include <vector>
 
+#include "bench/reference_lcss.h"
+#include "bench/sample_texts.h"
 #include "codec/lcss_compress.h"
 #include "codec/lcss_decompress.h"
 #include "codec/odd_code_pages.h"
-#include "codec/reference_lcss.h"
-#include "codec/sample_texts.h"
 #include "doctest/doctest.h"
 
 using namespace tessera;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "codec/sample_texts.h"
+#include "bench/sample_texts.h"
 #include "doctest/doctest.h"
 
 using namespace tessera;

@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
+#include "bench/sample_texts.h"
 #include "codec/odd_code_pages.h"
-#include "codec/sample_texts.h"
 #include "codec/uu_decode.h"
 #include "codec/uu_encode.h"
 #include "codec/uu_lanes.h"
