@@ -35,7 +35,8 @@ DWORD item_flags(IDispatch* object, bool add_members) noexcept {
     return SCRIPTITEM_ISVISIBLE | (add_members ? SCRIPTITEM_GLOBALMEMBERS : 0);
 }
 
-void tell_sink(ComPtr<IDispatch> sink, const ScriptErrorRecord& error) noexcept {
+// The sink is the caller's for the whole call: what it is told may have the engine drop it.
+void tell_sink(const ComPtr<IDispatch>& sink, const ScriptErrorRecord& error) noexcept {
     try {
         const Variant argument(make_script_error(error).get());
         automation::call_method(sink.get(), L"OnScriptError", {argument});
@@ -63,7 +64,7 @@ void ScriptEngine::report(const ScriptErrorRecord& error) {
     if (reports_errors_)
         service_state().add_script_error(error);
     else if (error_sink_)
-        tell_sink(error_sink_, error);
+        tell_sink(ComPtr<IDispatch>(error_sink_), error);
 }
 
 const ScriptModule& ScriptEngine::known_module(BSTR name) const {

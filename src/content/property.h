@@ -19,7 +19,7 @@ class Property : public automation::Object<Property, ITesseraProperty>, public R
     void set_get_parameter(automation::Variant parameter) noexcept;
     void set_set_parameter(automation::Variant parameter) noexcept;
     const automation::Variant& get_parameter() const noexcept { return get_parameter_; }
-    void set_phys_unit(automation::Bstr unit) noexcept { phys_unit_ = std::move(unit); }
+    void set_phys_unit(automation::Bstr&& unit) noexcept { phys_unit_ = std::move(unit); }
     void set_query_property(KelosQueryProperty property) noexcept { query_property_ = property; }
 
     STDMETHODIMP get_GetName(BSTR* Result) override;
