@@ -1,3 +1,5 @@
+// Starts the program: decoded texts and files.
+
 #include "cli/program.h"
 
 using namespace test;

@@ -1,3 +1,5 @@
+// Starts the program: exports, the table that they print and the file that they write.
+
 #include "cli/program.h"
 
 using namespace test;

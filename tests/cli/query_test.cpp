@@ -1,3 +1,5 @@
+// Starts the program: queries in each of their formats.
+
 #include "cli/program.h"
 
 using namespace test;

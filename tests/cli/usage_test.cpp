@@ -1,3 +1,5 @@
+// Starts the program: help, wrong arguments, files that cannot be read or written.
+
 #include "cli/program.h"
 
 using namespace test;

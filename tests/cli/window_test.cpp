@@ -1,3 +1,5 @@
+// Starts the program: the progress form of a long run.
+
 #include "cli/program.h"
 
 using namespace test;

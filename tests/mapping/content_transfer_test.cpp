@@ -1,4 +1,4 @@
-// The global mapping object on the small project: what a row of each kind records.
+// Tests of internals: what a row of each kind records, on the small project.
 
 #include "mapping/sc_global.h"
 #include "support/content_text.h"

@@ -1,3 +1,5 @@
+// Tests of internals: document pointers taken apart.
+
 #include "mapping/document_pointer.h"
 
 #include "support/com_fixture.h"

@@ -1,3 +1,5 @@
+// Tests of internals: expressions and statements on the current object.
+
 #include "mapping/prop_by_name.h"
 
 #include "support/com_fixture.h"

@@ -1,3 +1,5 @@
+// Tests of internals: the options block and its parts, which no client reaches.
+
 #include "archive/xml_publics.h"
 #include "options/xml_options.h"
 #include "support/com_fixture.h"
