@@ -46,11 +46,12 @@ ComPtr<IKelosQuery> top_query(IKelosDocument* document) {
         automation::get_property(container.get(), L"TopQuery"));
 }
 
-// A host may answer with another object for the same document each time.
+// A host may answer with another object for the same document each time; without an identifier they
+// are told apart by themselves alone.
 bool is_same(IKelosDocument* left, IKelosDocument* right) {
-    return automation::same_object(left, right) ||
-           get(left, &IKelosObject::get_SystemUID).view() ==
-               get(right, &IKelosObject::get_SystemUID).view();
+    if (automation::same_object(left, right)) return true;
+    const Bstr uid = get(left, &IKelosObject::get_SystemUID);
+    return !uid.empty() && uid.view() == get(right, &IKelosObject::get_SystemUID).view();
 }
 
 }  // namespace
