@@ -103,6 +103,24 @@ void ControlWindow::set_caption(std::wstring_view caption) {
     SetWindowTextW(window(), std::wstring(caption).c_str());
 }
 
+std::wstring ControlWindow::fitting(std::wstring_view text) const {
+    constexpr std::size_t ellipsis_room = 4;
+    const HWND control = window();
+    std::wstring result(text);
+    result.resize(text.size() + ellipsis_room);
+    RECT area;
+    GetClientRect(control, &area);
+    InflateRect(&area, -2 * GetSystemMetrics(SM_CXEDGE), 0);
+    const HDC device = GetDC(control);
+    const HGDIOBJ before =
+        SelectObject(device, reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    DrawTextW(device, result.data(), static_cast<int>(text.size()), &area,
+              DT_SINGLELINE | DT_END_ELLIPSIS | DT_MODIFYSTRING | DT_CALCRECT);
+    SelectObject(device, before);
+    ReleaseDC(control, device);
+    return result.c_str();
+}
+
 void ControlWindow::on_click(std::function<void()> handler) {
     // Swapped in first: letting the old handler go may run code that comes back here.
     std::swap(click_handler_, handler);

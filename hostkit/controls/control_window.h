@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "automation/bstr.h"
 
@@ -40,6 +41,9 @@ class ControlWindow : public std::enable_shared_from_this<ControlWindow> {
 
     automation::Bstr caption() const;
     void set_caption(std::wstring_view caption);
+
+    // The text as the control has room for it on one line: with an ellipsis where it is cut.
+    std::wstring fitting(std::wstring_view text) const;
 
     // What a click does, until another handler or none is set or the window is destroyed.
     void on_click(std::function<void()> handler);

@@ -89,15 +89,21 @@ class ProgressBar : public Control<ProgressBar, IKelosProgressBar> {
     const ComPtr<Bar> bar_;
 };
 
+// Labels end a text that is too long by themselves; a button has to be given one that fits.
 class Button : public Control<Button, IKelosButton> {
   public:
-    using Control::Control;
+    Button(SharedControl control, std::wstring_view caption) : Control(std::move(control)) {
+        set_caption(caption);
+    }
 
     STDMETHODIMP get_Caption(BSTR* result) override {
-        return answer<Watched>(result, [&] { return control_->caption(); });
+        return answer<Watched>(result, [&] {
+            control_->window();
+            return automation::Bstr(caption_);
+        });
     }
     STDMETHODIMP put_Caption(BSTR value) override {
-        return run<Watched>(Given(value), [&] { control_->set_caption(view_of(value)); });
+        return run<Watched>(Given(value), [&] { set_caption(view_of(value)); });
     }
     // The window keeps the receiver, until nothing is set or the window is destroyed.
     STDMETHODIMP putref_Events(IKelosButtonEvents* value) override {
@@ -107,6 +113,14 @@ class Button : public Control<Button, IKelosButton> {
             control_->on_click([events = ComPtr<IKelosButtonEvents>(value)] { events->Click(); });
         });
     }
+
+  private:
+    void set_caption(std::wstring_view caption) {
+        control_->set_caption(control_->fitting(caption));
+        caption_ = caption;
+    }
+
+    std::wstring caption_;
 };
 
 class StandardControls : public automation::Object<StandardControls, IKelosStandardControls> {
@@ -117,7 +131,7 @@ class StandardControls : public automation::Object<StandardControls, IKelosStand
                              double font_size, BSTR caption, IKelosLabel** result) override {
         return answer(result, Given(font_size, caption), [&] {
             return make<Label>(
-                       ControlWindow::create(WC_STATICW, SS_LEFT | SS_NOPREFIX,
+                       ControlWindow::create(WC_STATICW, SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS,
                                              {window_from(window), left, top, width, height},
                                              font_size, view_of(caption)))
                 ->main_pointer();
@@ -138,10 +152,10 @@ class StandardControls : public automation::Object<StandardControls, IKelosStand
     STDMETHODIMP CreateButton(long window, long left, long top, long width, long height,
                               double font_size, BSTR caption, IKelosButton** result) override {
         return answer(result, Given(font_size, caption), [&] {
-            return make<Button>(
-                       ControlWindow::create(WC_BUTTONW, WS_TABSTOP | BS_PUSHBUTTON,
-                                             {window_from(window), left, top, width, height},
-                                             font_size, view_of(caption)))
+            return make<Button>(ControlWindow::create(
+                                    WC_BUTTONW, WS_TABSTOP | BS_PUSHBUTTON,
+                                    {window_from(window), left, top, width, height}, font_size, {}),
+                                view_of(caption))
                 ->main_pointer();
         });
     }

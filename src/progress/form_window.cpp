@@ -1,6 +1,9 @@
 #include "progress/form_window.h"
 
+#include <algorithm>
+#include <iterator>
 #include <mutex>
+#include <string_view>
 #include <utility>
 
 #include "automation/error.h"
@@ -16,6 +19,9 @@ constexpr wchar_t class_name[] = L"KelosTessera.ProgressForm";
 constexpr DWORD window_style = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 // The frame of a dialog, which has no icon.
 constexpr DWORD extended_style = WS_EX_DLGMODALFRAME;
+
+// The system uses the four low bits of a system command itself.
+constexpr WPARAM system_command_mask = 0xFFF0;
 
 // Enough for every click and key of a user; a window that never gets painted up to date must not
 // keep the caller from its work.
@@ -42,6 +48,48 @@ void register_class(WNDPROC procedure) {
 void unregister_class() noexcept {
     const std::lock_guard lock(class_lock);
     UnregisterClassW(class_name, this_module());
+}
+
+bool is_progress_form(HWND window) noexcept {
+    wchar_t name[std::size(class_name)]{};
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return std::wstring_view(name) == class_name;
+}
+
+// The host's window that the user works in: the form stays in front of it. A form must not be
+// owned by another one, whose end would be its own.
+HWND find_owner() noexcept {
+    HWND owner = GetActiveWindow();
+    while (owner && is_progress_form(owner))
+        owner = GetWindow(owner, GW_OWNER);
+    return owner;
+}
+
+// Puts the window into the middle of its owner, as far as the screen has room there.
+void center(HWND window, HWND owner) noexcept {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    RECT outer;
+    RECT own;
+    if (IsIconic(owner) || !GetWindowRect(owner, &outer) || !GetWindowRect(window, &own) ||
+        !GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTONEAREST), &monitor))
+        return;
+    const RECT& screen = monitor.rcWork;
+    const LONG left = (outer.left + outer.right - (own.right - own.left)) / 2;
+    const LONG top = (outer.top + outer.bottom - (own.bottom - own.top)) / 2;
+    const LONG last_left = std::max(screen.left, screen.right - (own.right - own.left));
+    const LONG last_top = std::max(screen.top, screen.bottom - (own.bottom - own.top));
+    SetWindowPos(window, nullptr, std::clamp(left, screen.left, last_left),
+                 std::clamp(top, screen.top, last_top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// In a dialog the platform would do this. A key that is held down counts as pressed where it was
+// first: the one that started the work must not end it.
+bool presses_button(const MSG& message) noexcept {
+    return message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
+           !(HIWORD(message.lParam) & KF_REPEAT) &&
+           (SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON);
 }
 
 class ScreenContext {
@@ -75,10 +123,14 @@ void FormWindow::create(const form_layout::Size& client_pixels) {
     register_class(procedure);
     uses_class_ = true;
     SetLastError(ERROR_SUCCESS);
+    const HWND owner = find_owner();
     window_ = CreateWindowExW(extended_style, class_name, L"", window_style, CW_USEDEFAULT,
                               CW_USEDEFAULT, frame.right - frame.left, frame.bottom - frame.top,
-                              nullptr, nullptr, this_module(), this);
-    if (window_) return;
+                              owner, nullptr, this_module(), this);
+    if (window_) {
+        if (owner) center(window_, owner);
+        return;
+    }
     // Without a display the platform gives no reason.
     const DWORD reason = GetLastError();
     automation::fail(reason ? HRESULT_FROM_WIN32(reason) : E_FAIL,
@@ -114,8 +166,12 @@ void FormWindow::handle_pending_messages() noexcept {
             PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
+        if (presses_button(message)) {
+            SendMessageW(message.hwnd, BM_CLICK, 0, 0);
+        } else {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
     }
     handling_messages_ = false;
 }
@@ -138,6 +194,10 @@ LRESULT FormWindow::handle_message(HWND window, UINT message, WPARAM wide, LPARA
             // The owner says which control gets the keyboard.
             if (LOWORD(wide) != WA_INACTIVE) events_.window_activated();
             return 0;
+        case WM_SYSCOMMAND:
+            // A menu that a key opens has a message loop of its own: the caller's work would wait.
+            if ((wide & system_command_mask) == SC_KEYMENU) return 0;
+            return DefWindowProcW(window, message, wide, longer);
         case WM_CLOSE:
             events_.window_closed();
             ShowWindow(window, SW_HIDE);

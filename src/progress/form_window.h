@@ -27,7 +27,8 @@ class FormWindow {
     FormWindow& operator=(const FormWindow&) = delete;
     ~FormWindow() { destroy(); }
 
-    // Creates the window, hidden. Throws when there is no display to create it on.
+    // Creates the window, hidden, owned by the thread's active window and in its middle. Throws
+    // when there is no display to create it on.
     void create(const form_layout::Size& client_pixels);
     // The owner is told nothing of a destruction that it asks for.
     void destroy() noexcept;

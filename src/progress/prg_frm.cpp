@@ -212,11 +212,13 @@ void PrgFrm::window_activated() noexcept {
 
 void PrgFrm::window_closed() noexcept {
     const ComPtr<PrgFrm> alive(this);
+    was_closed_ = true;
     unload();
 }
 
 void PrgFrm::window_dying() noexcept {
     const ComPtr<PrgFrm> alive(this);
+    was_closed_ = true;
     unload();
     drop_controls();
 }

@@ -30,6 +30,8 @@ class PrgFrm : public automation::Object<PrgFrm, ITesseraPrgFrm, IKelosVBUsercon
     void open(const automation::Bstr& title);
     void close() noexcept;
     bool is_open() const noexcept { return window_.handle() != nullptr; }
+    // By the user, or by somebody who destroyed the window: nobody sees the form any more.
+    bool was_closed() const noexcept { return was_closed_; }
     // The bar inside the progress bar; nothing while the form has no window.
     automation::ComPtr<IKelosBar> bar() const noexcept;
     void set_controller(Progress* controller) noexcept { controller_ = controller; }
@@ -70,6 +72,7 @@ class PrgFrm : public automation::Object<PrgFrm, ITesseraPrgFrm, IKelosVBUsercon
     void embed();
 
     FormWindow window_{*this};
+    bool was_closed_ = false;
     Progress* controller_ = nullptr;
     automation::ComPtr<IKelosWorkset> workset_;
     automation::ComPtr<IDispatch> undo_state_;

@@ -52,8 +52,11 @@ void Progress::set_percentage(std::int16_t percentage) noexcept {
             move_bar(percentage);
             stop_process();
         } else {
-            // Work begins anew at 0: then the form gets another chance.
-            if (percentage == 0 || !opening_failed_) start_process();
+            if (percentage == 0) {
+                start_process();
+            } else if (!opening_failed_) {
+                continue_process();
+            }
             move_bar(percentage);
         }
         enter_state(percentage);
@@ -74,11 +77,22 @@ void Progress::enter_state(std::int16_t percentage) {
     }
 }
 
+// Work begins anew: a form that could not be opened or was closed gets another chance.
 void Progress::start_process() noexcept {
     guarded(open_process, [&] {
-        if (!form_) open_form();
-        restore_undo_state();
+        if (form_ && form_->was_closed()) close_form();
+        ensure_open();
     });
+}
+
+// Who closed the form does not get it back while the same work goes on.
+void Progress::continue_process() noexcept {
+    guarded(open_process, [&] { ensure_open(); });
+}
+
+void Progress::ensure_open() {
+    if (!form_) open_form();
+    restore_undo_state();
 }
 
 void Progress::stop_process() noexcept {

@@ -27,7 +27,7 @@ class Progress : public automation::Object<Progress, ITesseraProgress> {
     void set_state(uceProgressState state) noexcept { state_ = state; }
     // Handles a waiting click first.
     uceProgressState state() noexcept;
-    // Opens the form if it is not open.
+    // Opens the form if it is not open; one that the user closed is no longer open.
     void start_process() noexcept;
     // Closes the form if it is open.
     void stop_process() noexcept;
@@ -45,6 +45,8 @@ class Progress : public automation::Object<Progress, ITesseraProgress> {
 
   private:
     void stop() noexcept;
+    void continue_process() noexcept;
+    void ensure_open();
     void open_form();
     void close_form();
     void move_bar(std::int16_t percentage);

@@ -129,6 +129,7 @@ TEST_CASE_FIXTURE(ControlsFixture, "controls are real children at their places")
     const Bstr changed(L"Bitte warten...");
     call(label, &IKelosLabel::put_Caption, changed.get());
     CHECK(window_text(window) == L"Bitte warten...");
+    CHECK((GetWindowLongPtrW(window, GWL_STYLE) & SS_ELLIPSISMASK) == SS_ENDELLIPSIS);
 
     // Ten points, in the pixels of the screen.
     LOGFONTW font{};
@@ -167,6 +168,13 @@ TEST_CASE_FIXTURE(ControlsFixture, "a button's clicks reach its receiver until t
     const auto second = button(parent);
     const HWND window = window_of(first.get());
     CHECK(window_text(window) == L"Abort");
+    const Bstr too_long(L"Abort it all at once");
+    call(first, &IKelosButton::put_Caption, too_long.get());
+    CHECK(get(first, &IKelosButton::get_Caption).view() == too_long.view());
+    const std::wstring shown = window_text(window);
+    CHECK(shown.starts_with(L"Abort it"));
+    CHECK(shown.ends_with(L"..."));
+    CHECK(shown.size() < too_long.view().size());
     call(first, &IKelosButton::putref_Events, static_cast<IKelosButtonEvents*>(clicks.get()));
 
     SendMessageW(window, BM_CLICK, 0, 0);

@@ -92,10 +92,15 @@ TEST_CASE_FIXTURE(ProgressFixture,
         PostMessageW(button(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
         PostMessageW(button(), WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
     }
-    SUBCASE("the keyboard is at the button, a press of the space bar waits") {
-        CHECK(GetFocus() == button());
+    // The keyboard is at the button.
+    SUBCASE("a press of the space bar waits") {
         PostMessageW(GetFocus(), WM_KEYDOWN, VK_SPACE, 0x00390001);
         PostMessageW(GetFocus(), WM_KEYUP, VK_SPACE, static_cast<LPARAM>(0xC0390001));
+    }
+    SUBCASE("a press of Enter waits, behind the held key that started the work") {
+        PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0x401C0001);
+        CHECK(state() == uccStateOpen);
+        PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0x001C0001);
     }
     CHECK(state() == uccStateAbort);
     CHECK(form_is_open());
@@ -199,6 +204,80 @@ TEST_CASE_FIXTURE(ProgressFixture, "a window that the user or the host takes awa
     CHECK(calls() == L"\n" + given_back);
     percentage(0);
     CHECK(IsWindowVisible(window()));
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "who closed the form gets one again with the next work") {
+    for (const bool destroyed : {false, true}) {
+        for (const bool started : {false, true}) {
+            CAPTURE(destroyed);
+            CAPTURE(started);
+            percentage(10);
+            const HWND closed = window();
+            destroyed ? DestroyWindow(closed) : SendMessageW(closed, WM_CLOSE, 0, 0);
+            percentage(20);
+            CHECK_FALSE(IsWindowVisible(closed));
+            started ? start() : percentage(0);
+            CHECK(IsWindowVisible(window()));
+            CHECK(form_count() == 1);
+            CHECK_FALSE(IsWindow(closed));
+            stop();
+        }
+    }
+    CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "a key that opens menus does not stop the walk") {
+    percentage(10);
+    // Whoever opened a menu would wait here until it is closed.
+    bool menu_opened = false;
+    static bool* const seen = &menu_opened;
+    static const WNDPROC before = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
+        window(), GWLP_WNDPROC,
+        reinterpret_cast<LONG_PTR>(+[](HWND form, UINT message, WPARAM wide, LPARAM longer) {
+            if (message != WM_ENTERMENULOOP)
+                return CallWindowProcW(before, form, message, wide, longer);
+            *seen = true;
+            return static_cast<LRESULT>(SendMessageW(form, WM_CANCELMODE, 0, 0));
+        })));
+    for (const LPARAM key : {0, int{L' '}})
+        PostMessageW(window(), WM_SYSCOMMAND, SC_KEYMENU, key);
+    CHECK(state() == uccStateExecuting);
+    CHECK_FALSE(menu_opened);
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "the form belongs to the window that the user works in") {
+    const HWND host = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 200,
+                                      150, 700, 300, nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(host);
+    REQUIRE(GetActiveWindow() == host);
+    percentage(10);
+    CHECK(GetWindow(window(), GW_OWNER) == host);
+    RECT outer;
+    RECT own;
+    GetWindowRect(host, &outer);
+    GetWindowRect(window(), &own);
+    CHECK(abs((outer.left + outer.right) - (own.left + own.right)) <= 1);
+    CHECK(abs((outer.top + outer.bottom) - (own.top + own.bottom)) <= 1);
+    // The second form stays when the first one, which is active, goes.
+    const auto second = create<ITesseraProgress>(L"Tessera.Progress");
+    call(second, &ITesseraProgress::StartProcess);
+    const HWND second_window = form_window(2);
+    CHECK(GetWindow(second_window, GW_OWNER) == host);
+    stop();
+    CHECK(IsWindowVisible(second_window));
+    // At the edge of the screen it stays on the screen.
+    call(second, &ITesseraProgress::StopProcess);
+    SetWindowPos(host, nullptr, -600, -280, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    SetForegroundWindow(host);
+    start();
+    GetWindowRect(window(), &own);
+    CHECK(own.left >= 0);
+    CHECK(own.top >= 0);
+    // With its owner the form goes, and the work goes on.
+    DestroyWindow(host);
+    percentage(20);
+    CHECK(state() == uccStateExecuting);
     CHECK(error_count() == 0);
 }
 
