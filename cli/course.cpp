@@ -26,12 +26,14 @@ ConsoleStream* terminal_of(Console& console, bool data_on_output) {
 
 class Watcher : public automation::Object<Watcher, IHostKitWatcher> {
   public:
-    explicit Watcher(Course& course) : course_(course) {}
+    Watcher(Course& course, std::function<void()> end) : course_(course), end_(std::move(end)) {}
 
     STDMETHODIMP Called(long row, long row_count) override {
         try {
             course_.row(row, row_count);
-            return course_.refuses_call() ? E_ABORT : S_OK;
+            if (!course_.refuses_call()) return S_OK;
+            if (const auto end = std::exchange(end_, nullptr)) end();
+            return E_ABORT;
         } catch (...) {
             return automation::current_error().code;
         }
@@ -39,6 +41,7 @@ class Watcher : public automation::Object<Watcher, IHostKitWatcher> {
 
   private:
     Course& course_;
+    std::function<void()> end_;
 };
 
 }  // namespace
@@ -118,8 +121,10 @@ void Course::move_bar(long number, long count) {
     if (get(form_, &ITesseraProgress::get_State) == uccStateAbort) is_stopped_ = true;
 }
 
-CourseWatch::CourseWatch(const ComPtr<IHostKit>& kit, Course& course) : kit_(kit) {
-    call(kit_, &IHostKit::putref_Watcher, automation::make<Watcher>(course)->main_interface());
+CourseWatch::CourseWatch(const ComPtr<IHostKit>& kit, Course& course, std::function<void()> end)
+    : kit_(kit) {
+    call(kit_, &IHostKit::putref_Watcher,
+         automation::make<Watcher>(course, std::move(end))->main_interface());
 }
 
 CourseWatch::~CourseWatch() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "automation/com_ptr.h"
@@ -53,7 +54,10 @@ class Course {
 // stopped every call of the host fails.
 class CourseWatch {
   public:
-    CourseWatch(const automation::ComPtr<IHostKit>& kit, Course& course);
+    // `end`, if any, is called before the first call that fails: it may end a run that would go on
+    // calling.
+    CourseWatch(const automation::ComPtr<IHostKit>& kit, Course& course,
+                std::function<void()> end = {});
     ~CourseWatch();
     CourseWatch(const CourseWatch&) = delete;
     CourseWatch& operator=(const CourseWatch&) = delete;

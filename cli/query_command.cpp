@@ -114,7 +114,9 @@ class Query {
     Written write_complete() {
         dom::Document document;
         {
-            const CourseWatch watch(project_.kit(), course_);
+            // A cursor without a query is at its end, whatever rows there still were.
+            const auto end = [&] { call(cursor_, &ITesseraHQuery::putref_Query, nullptr); };
+            const CourseWatch watch(project_.kit(), course_, end);
             document = get(content_, &ITesseraQContent::XMLComplete);
         }
         Written written = write_whole(document, L"content element");

@@ -9,9 +9,12 @@
 
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 #include "automation/error.h"
 #include "automation/variant.h"
+
+struct IXMLDOMNode;
 
 namespace automation {
 
@@ -42,6 +45,24 @@ struct Owned<I*> {
     static type finish(ComPtr<I>& holder) noexcept { return std::move(holder); }
 };
 
+// The callee for the time of its call. Foreign code may come back to the caller, who then lets go
+// of the very object that is at work: it must stay. Nodes of the parser call nobody.
+template <class Interface>
+auto held(Interface* callee) noexcept {
+    if constexpr (std::is_base_of_v<IXMLDOMNode, Interface>)
+        return callee;
+    else
+        return ComPtr<Interface>(callee);
+}
+template <class Interface>
+auto held(const ComPtr<Interface>& callee) noexcept {
+    return held(callee.get());
+}
+template <class Interface>
+Interface* held(ComPtr<Interface>&& temporary) noexcept {
+    return temporary.get();
+}
+
 template <class Interface>
 Interface* raw(Interface* pointer) noexcept {
     return pointer;
@@ -53,20 +74,22 @@ Interface* raw(const ComPtr<Interface>& pointer) noexcept {
 
 // The last parameter of the member is the address of its result.
 template <class Callee, class Declaring, class... Parameters, class... Arguments>
-auto get(const Callee& callee, HRESULT (STDMETHODCALLTYPE Declaring::*member)(Parameters...),
+auto get(Callee&& callee, HRESULT (STDMETHODCALLTYPE Declaring::*member)(Parameters...),
          Arguments... arguments) {
     using Address = std::tuple_element_t<sizeof...(Parameters) - 1, std::tuple<Parameters...>>;
     using Result = Owned<std::remove_pointer_t<Address>>;
-    auto* const object = require(raw(callee));
+    const auto keep = held(std::forward<Callee>(callee));
+    auto* const object = require(raw(keep));
     typename Result::type result{};
     check((object->*member)(arguments..., Result::put(result)), static_cast<Declaring*>(object));
     return Result::finish(result);
 }
 
 template <class Callee, class Declaring, class... Parameters, class... Arguments>
-void call(const Callee& callee, HRESULT (STDMETHODCALLTYPE Declaring::*member)(Parameters...),
+void call(Callee&& callee, HRESULT (STDMETHODCALLTYPE Declaring::*member)(Parameters...),
           Arguments... arguments) {
-    auto* const object = require(raw(callee));
+    const auto keep = held(std::forward<Callee>(callee));
+    auto* const object = require(raw(keep));
     check((object->*member)(arguments...), static_cast<Declaring*>(object));
 }
 

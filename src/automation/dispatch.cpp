@@ -48,8 +48,9 @@ Variant invoke(IDispatch* object, DISPID member, WORD kind, Arguments arguments)
     Variant result;
     ExceptionInfo exception;
     UINT bad_argument = 0;
+    const ComPtr<IDispatch> keep = require(object);
     const HRESULT code =
-        require(object)->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
+        keep->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
                                 puts ? nullptr : &result, &exception, &bad_argument);
     if (code == DISP_E_EXCEPTION) raise(exception);
     check(code);

@@ -56,7 +56,10 @@ void HQuery::set_query(IKelosQuery* query) noexcept {
 }
 
 void HQuery::GetAllColumns() noexcept {
-    guarded(get_all_columns, [&] { columns_.collect(query_); });
+    // The host may set another query meanwhile; what was collected before a failure counts.
+    QueryColumns columns;
+    guarded(get_all_columns, [&] { columns.collect(query_); });
+    columns_ = std::move(columns);
 }
 
 long HQuery::lcid(IKelosQColumnDef* column) const noexcept {
@@ -86,6 +89,7 @@ void HQuery::move_first() noexcept {
 
 void HQuery::go_to_first_row() {
     row_.clear();
+    ++walk_;
     row_counter_ = 1;
     while (depth_ > 0)
         parents_[--depth_] = {};
@@ -114,7 +118,10 @@ void HQuery::leave_row() {
 }
 
 bool HQuery::enter_nested_query() {
+    const std::uint64_t walk = walk_;
     auto nested = frame_.nested();
+    // The host has set another query meanwhile: its first row is the next one.
+    if (walk != walk_) return true;
     if (!nested) return false;
     if (depth_ == max_depth)
         automation::fail(automation::error_subscript_out_of_range,

@@ -91,7 +91,8 @@ class HQuery : public automation::Object<HQuery, ITesseraHQuery> {
     QueryColumns columns_;
 
     bool at_end_ = false;
-    long row_counter_ = 0;  // rows visited; 0 before the first walk
+    std::uint64_t walk_ = 0;  // a new one begins with every query
+    long row_counter_ = 0;    // rows visited; 0 before the first walk
     QueryFrame frame_;
     std::array<QueryFrame, max_depth> parents_;
     std::size_t depth_ = 0;

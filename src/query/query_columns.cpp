@@ -21,8 +21,6 @@ bool has_rows(const ComPtr<IKelosResultTable>& table) {
 }  // namespace
 
 void QueryColumns::collect(const ComPtr<IKelosQuery>& top) {
-    definitions_.clear();
-    relevant_.clear();
     auto table = result_table(top);
     const bool top_has_rows = has_rows(table);
     while (table) {

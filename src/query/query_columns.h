@@ -13,7 +13,7 @@ namespace tessera {
 // count from 1.
 class QueryColumns {
   public:
-    // Collects the columns anew; those of nothing are none.
+    // For new objects: collects the columns; those of nothing are none.
     void collect(const automation::ComPtr<IKelosQuery>& top);
 
     std::int16_t count() const noexcept { return static_cast<std::int16_t>(definitions_.size()); }

@@ -76,6 +76,14 @@ rows=$(wc -l <rows.txt)
 check_told "^tessera: broken off; $rows rows were written$"
 [ "$rows" -lt 100000 ] || fail "all rows were written"
 
+echo "so is the document of all rows, when it is ended before its last one"
+start query "$project" --query Signalliste --format complete --out complete.xml
+wait_until test -e complete.xml
+kill -INT "$pid"
+check_ended_with 1
+check_told '^tessera: broken off; '
+tail -c 26 complete.xml | tr -d '\0' | grep -q '</Contents>' || fail "the document has no end"
+
 echo "rows that are broken off are a whole document"
 start query "$project" --query Signalliste --format rows --out rows.xml
 wait_until test -s rows.xml

@@ -1,6 +1,7 @@
 // Through the DLL: a whole query as one content document.
 
 #include "query/query_xml.h"
+#include "support/call_hook.h"
 #include "support/content_text.h"
 
 using namespace test;
@@ -114,4 +115,23 @@ TEST_CASE_FIXTURE(CompleteFixture, "what ends a walk or breaks it leaves what ha
     CHECK(overview(complete()) == std::wstring(headings) + L", 1;1 a, 2;1 b, 2;2 c");
     const std::wstring report = L"HQuery (Tessera)|Public Sub 'MoveNext'\n";
     CHECK(take_errors() == report + report);
+}
+
+TEST_CASE_FIXTURE(CompleteFixture, "a host may change the query from inside every call of a walk") {
+    open(nested());
+    const auto first = get(cursor, &ITesseraHQuery::get_Query);
+    for (const auto& next : {ComPtr<IKelosQuery>(), first}) {
+        CallHook hook(kit);
+        for (long n = 1; n == 1 || hook.has_acted(); ++n) {
+            CAPTURE(n);
+            call(cursor, &ITesseraHQuery::putref_Query, first.get());
+            hook.arm(n, [&] { call(cursor, &ITesseraHQuery::putref_Query, next.get()); });
+            complete();
+            CHECK(at_end());
+        }
+        call(service(), &IHostKitService::Clear);
+    }
+    cursor->MoveFirst();
+    CHECK(overview(complete()) == std::wstring(headings) + L", 1;1 a, 2;3 d, 3;1 b, 3;2 c");
+    CHECK(error_count() == 0);
 }

@@ -1,0 +1,53 @@
+// What a host does from inside the n-th call that it gets.
+#pragma once
+
+#include <functional>
+
+#include "automation/plain_object.h"
+#include "support/com_fixture.h"
+
+namespace test {
+
+// Hooked for as long as it lives; does nothing before `arm`.
+class CallHook {
+  public:
+    explicit CallHook(ComPtr<IHostKit> kit) : kit_(std::move(kit)) {
+        call(kit_, &IHostKit::putref_Watcher, watcher_.get());
+    }
+    ~CallHook() { kit_->putref_Watcher(nullptr); }
+    CallHook(const CallHook&) = delete;
+    CallHook& operator=(const CallHook&) = delete;
+
+    // The n-th call from now on does this before it returns to its work.
+    void arm(long n, std::function<void()> act) {
+        watcher_->left = n;
+        watcher_->act = std::move(act);
+    }
+    // False when there were not as many calls.
+    bool has_acted() const noexcept { return watcher_->left <= 0; }
+
+  private:
+    struct Watcher : automation::PlainObject<IHostKitWatcher> {
+        long left = 0;
+        std::function<void()> act;
+
+        STDMETHODIMP Called(long, long) override {
+            if (--left == 0) act();
+            return S_OK;
+        }
+        STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+        STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+        STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+            return E_NOTIMPL;
+        }
+        STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                            UINT*) override {
+            return E_NOTIMPL;
+        }
+    };
+
+    const ComPtr<IHostKit> kit_;
+    const ComPtr<Watcher> watcher_ = automation::make_plain<Watcher>();
+};
+
+}  // namespace test
