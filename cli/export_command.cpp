@@ -24,7 +24,8 @@ namespace {
 
 struct Script {
     Bstr text;
-    std::wstring name;  // what an error in it is told of
+    std::wstring name;    // what an error in it is told of
+    std::wstring origin;  // whose it is
 };
 
 class Export {
@@ -43,7 +44,8 @@ class Export {
     int run() {
         prepare();
         const dom::Document document = execute();
-        findings_ = collect_findings(project_.service(), arguments_.window);
+        findings_ = collect_findings(project_.service(), arguments_.window,
+                                     [&](long row) { return row_name(row); });
         const bool usable = document && !course_.has_refused();
         if (usable) write(dom::root(document));
         course_.close();
@@ -58,11 +60,30 @@ class Export {
         call(runner_, &ITesseraVexScript::putref_WorkSet, project_.workset().get());
         call(runner_, &ITesseraVexScript::putref_Document, chosen_.document.get());
         if (arguments_.script)
-            script_ = {Bstr(read_text_file(*arguments_.script, L"the script")), *arguments_.script};
+            script_ = {Bstr(read_text_file(*arguments_.script, L"the script")), *arguments_.script,
+                       *arguments_.script};
         else
-            script_ = {get(runner_, &ITesseraVexScript::GetVexScript, chosen_.document.get(),
-                           VARIANT_FALSE),
-                       chosen_.name};
+            script_ = script_of_document();
+    }
+
+    // Asking for the script stores the default one where there is none.
+    Script script_of_document() {
+        const Bstr stored = stored_script(chosen_);
+        Bstr text =
+            get(runner_, &ITesseraVexScript::GetVexScript, chosen_.document.get(), VARIANT_FALSE);
+        const bool is_stored = text.view() == stored.view();
+        return {std::move(text), chosen_.name,
+                is_stored ? L"the document's" : L"the default one for mapping tables"};
+    }
+
+    // "row 3, Sheet!B7, Process.Flow"
+    std::wstring row_name(long row) {
+        if (!table_of_rows_) table_of_rows_ = mapping_table(chosen_);
+        std::wstring name = L"row " + std::to_wstring(row);
+        if (!table_of_rows_) return name;
+        name += L", " + get(table_of_rows_, &IKelosMappingTable::get_Target, row).str();
+        const Bstr property = get(table_of_rows_, &IKelosMappingTable::get_SourceProperty, row);
+        return property.empty() ? name : name + L", " + property.str();
     }
 
     dom::Document execute() {
@@ -99,8 +120,7 @@ class Export {
         console_.out.write_line(
             L"document: " + chosen_.name +
             (arguments_.document ? L"" : L" (the first that has a mapping table)"));
-        console_.out.write_line(L"script:   " +
-                                (arguments_.script ? script_.name : L"the document's"));
+        console_.out.write_line(L"script:   " + script_.origin);
         console_.out.write(u"\n" + format_table(table_, console_.out.width()) + u"\n");
     }
 
@@ -113,6 +133,9 @@ class Export {
             reason = L"the script \"" + script_.name + L"\" is empty";
         else if (is_empty)
             reason = L"the document \"" + chosen_.name + L"\" has no mapping script";
+        else if (!findings_.has_errors())
+            // Whatever fails in a script is reported; that there is nothing to call is not.
+            reason = L"the script has no procedure \"DoVex\"";
         console_.error.write_line(L"tessera: " + reason + L"; nothing was written");
     }
 
@@ -130,6 +153,7 @@ class Export {
     ComPtr<ITesseraVexScript> runner_;
     Script script_;
     Findings findings_;
+    ComPtr<IKelosMappingTable> table_of_rows_;
     TextTable table_;
     std::size_t replaced_ = 0;
 };

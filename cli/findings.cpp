@@ -33,16 +33,22 @@ std::wstring in_one_line(std::wstring_view text) {
     return result;
 }
 
-std::wstring message_text(const ComPtr<IHostKitMessage>& message) {
-    return in_one_line(get(message, &IHostKitMessage::get_Title).str() + L": " +
+std::wstring place(long row, const RowName& row_name) {
+    return row > 0 && row_name ? row_name(row) + L": " : L"";
+}
+
+std::wstring message_text(const ComPtr<IHostKitMessage>& message, const RowName& row_name) {
+    return in_one_line(place(get(message, &IHostKitMessage::get_Row), row_name) +
+                       get(message, &IHostKitMessage::get_Title).str() + L": " +
                        get(message, &IHostKitMessage::get_Text).str());
 }
 
-std::wstring error_text(const ComPtr<IHostKitError>& error) {
+std::wstring error_text(const ComPtr<IHostKitError>& error, const RowName& row_name) {
     wchar_t number[16];
     const auto code = static_cast<unsigned long>(get(error, &IHostKitError::get_Number));
     swprintf(number, std::size(number), L" (%08lX)", code);
-    return get(error, &IHostKitError::get_Source).str() + L", " +
+    return place(get(error, &IHostKitError::get_Row), row_name) +
+           get(error, &IHostKitError::get_Source).str() + L", " +
            get(error, &IHostKitError::get_Label).str() + L": " +
            get(error, &IHostKitError::get_Description).str() + number;
 }
@@ -82,18 +88,20 @@ std::wstring Findings::counted() const {
            count_of(errors.size() + script_errors.size(), L"error");
 }
 
-Findings collect_findings(const ComPtr<IHostKitService>& service, bool with_windows) {
+Findings collect_findings(const ComPtr<IHostKitService>& service, bool with_windows,
+                          const RowName& row_name) {
     Findings findings;
     const auto messages = get(service, &IHostKitService::get_Messages);
     const long message_count = get(messages, &IHostKitMessages::get_Count);
     for (long i = 1; i <= message_count; ++i)
-        findings.messages.push_back(message_text(get(messages, &IHostKitMessages::get_Item, i)));
+        findings.messages.push_back(
+            message_text(get(messages, &IHostKitMessages::get_Item, i), row_name));
 
     const auto errors = get(service, &IHostKitService::get_Errors);
     const long error_count = get(errors, &IHostKitErrors::get_Count);
     for (long i = 1; i <= error_count; ++i) {
         const auto error = get(errors, &IHostKitErrors::get_Item, i);
-        if (is_error(error, with_windows)) findings.errors.push_back(error_text(error));
+        if (is_error(error, with_windows)) findings.errors.push_back(error_text(error, row_name));
     }
 
     const auto script_errors = get(service, &IHostKitService::get_ScriptErrors);

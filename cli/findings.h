@@ -1,6 +1,7 @@
 // What was reported to the host while a command ran, and how the user is told.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,12 @@ struct Findings {
     std::wstring counted() const;
 };
 
+// Says which row of a mapping table it is, for the line of what was reported there.
+using RowName = std::function<std::wstring(long row)>;
+
 // With `with_windows` false, that no progress form could be shown is what was wanted and no error.
-Findings collect_findings(const automation::ComPtr<IHostKitService>& service, bool with_windows);
+Findings collect_findings(const automation::ComPtr<IHostKitService>& service, bool with_windows,
+                          const RowName& row_name = {});
 
 // Counts reported errors while a command runs, in time that does not grow with their number.
 class ErrorCounter {

@@ -1,5 +1,6 @@
 #include "cli/project.h"
 
+#include "automation/conversion.h"
 #include "automation/dispatch.h"
 #include "automation/error.h"
 #include "cli/failure.h"
@@ -10,6 +11,7 @@ using automation::Bstr;
 using automation::call;
 using automation::ComPtr;
 using automation::get;
+using automation::Variant;
 
 namespace {
 
@@ -56,6 +58,24 @@ ComPtr<IHostKitService> recording_service(bool with_windows) {
     call(service, &IHostKitService::put_OffersApplication,
          with_windows ? VARIANT_TRUE : VARIANT_FALSE);
     return service;
+}
+
+ComPtr<IKelosMappingTable> mapping_table(const ChosenDocument& document) {
+    const auto objects = get(document.document, &IKelosDocument::get_Objects);
+    const long count = get(objects, &IKelosObjects::get_Count);
+    for (long i = 1; i <= count; ++i)
+        if (const auto table =
+                get(objects, &IKelosObjects::get_Item, i).try_as<IKelosMappingTable>())
+            return table;
+    return {};
+}
+
+Bstr stored_script(const ChosenDocument& document) {
+    const auto attributes = get(document.document, &IKelosObject::get_Attributes);
+    const Variant name(L"Vex");
+    const auto script = get(attributes, &IKelosAttributes::get_Item, static_cast<VARIANT>(name));
+    if (!script) return {};
+    return automation::to_text(get(script, &IKelosAttribute::get_Value, 1L));
 }
 
 Project::Project(const std::wstring& path, bool with_windows)

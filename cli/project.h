@@ -39,6 +39,11 @@ class Project {
     automation::ComPtr<IKelosWorkset> workset_;
 };
 
+// The mapping table among the objects that the document shows, or nothing.
+automation::ComPtr<IKelosMappingTable> mapping_table(const ChosenDocument& document);
+// The script that the document stores; empty when there is none.
+automation::Bstr stored_script(const ChosenDocument& document);
+
 // The service of this thread, recording without a word and speaking English.
 automation::ComPtr<IHostKitService> recording_service(bool with_windows);
 

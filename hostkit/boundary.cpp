@@ -71,6 +71,10 @@ void note_row(long row, long row_count) {
     watch.row_count = row_count;
 }
 
+long noted_row() {
+    return ThreadOwn<Watch>::get().row;
+}
+
 HRESULT raise_current_error() noexcept {
     const automation::ErrorReport error = automation::current_error();
     try {

@@ -28,6 +28,8 @@ void count_call();
 void watch_calls(IHostKitWatcher* watcher);
 // The row of a mapping table that the watcher is told with the next calls.
 void note_row(long row, long row_count);
+// That row; 0 before the first.
+long noted_row();
 
 // Sets the thread's error info from the exception being handled and answers its code.
 HRESULT raise_current_error() noexcept;

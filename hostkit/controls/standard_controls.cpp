@@ -123,7 +123,9 @@ class Button : public Control<Button, IKelosButton> {
     std::wstring caption_;
 };
 
-class StandardControls : public automation::Object<StandardControls, IKelosStandardControls> {
+class StandardControls
+    : public automation::Object<
+          StandardControls, automation::Extends<IHostKitStandardControls, IKelosStandardControls>> {
   public:
     static constexpr const CLSID& class_id = __uuidof(::StandardControls);
 

@@ -15,7 +15,9 @@ using automation::ComPtr;
 using automation::view_of;
 
 // Positions count both characters of a line end.
-class TextBox : public automation::Object<TextBox, IKelosTextBox, IOleWindow> {
+class TextBox
+    : public automation::Object<TextBox, automation::Extends<IHostKitTextBox, IKelosTextBox>,
+                                IOleWindow> {
   public:
     static constexpr const CLSID& class_id = __uuidof(::TextBox);
 

@@ -60,7 +60,8 @@ long language_asked_for(const ColumnState& state) {
     return model->languages[language_for(*model->project, state.settings->lcid)].lcid;
 }
 
-class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
+class ColumnDefinition
+    : public Object<ColumnDefinition, automation::Extends<IHostKitQColumnDef, IKelosQColumnDef>> {
   public:
     static constexpr const CLSID& class_id = __uuidof(::QColumnDef);
 
@@ -181,7 +182,9 @@ class ColumnDefinition : public Object<ColumnDefinition, IKelosQColumnDef> {
     StateRef state_;
 };
 
-class PropertyConstantObject : public Object<PropertyConstantObject, IKelosPropertyConstant> {
+class PropertyConstantObject
+    : public Object<PropertyConstantObject,
+                    automation::Extends<IHostKitPropertyConstant, IKelosPropertyConstant>> {
   public:
     static constexpr const CLSID& class_id = __uuidof(::PropertyConstant);
 

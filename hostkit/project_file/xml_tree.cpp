@@ -5,6 +5,7 @@
 #include "automation/error.h"
 #include "automation/file_handle.h"
 #include "hostkit/project_file/file_text.h"
+#include "hostkit/project_file/white_space_references.h"
 
 namespace hostkit::project_file {
 namespace {
@@ -163,7 +164,7 @@ class TreeBuilder {
         const wchar_t* text = nullptr;
         UINT length = 0;
         check(reader_->GetValue(&text, &length));
-        return std::wstring(text, length);
+        return white_space_restored(std::wstring(text, length));
     }
     unsigned line() {
         UINT number = 0;
@@ -189,7 +190,7 @@ void fail_in_file(const std::wstring& path, unsigned line, std::wstring_view pro
 XmlElement read_xml_file(const std::wstring& path) {
     const std::string bytes = read_file(path);
     if (bytes.empty()) fail_in_file(path, 0, L"the file is empty");
-    return TreeBuilder(path, utf8_text(path, bytes)).build();
+    return TreeBuilder(path, hide_white_space_references(utf8_text(path, bytes))).build();
 }
 
 }  // namespace hostkit::project_file

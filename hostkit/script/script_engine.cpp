@@ -1,9 +1,13 @@
 #include "hostkit/script/script_engine.h"
 
+#include <algorithm>
+
 #include "automation/dispatch.h"
+#include "automation/text.h"
 #include "hostkit/boundary.h"
 #include "hostkit/classes.h"
 #include "hostkit/script/code_object.h"
+#include "hostkit/script/message_box.h"
 #include "hostkit/services/service_state.h"
 
 namespace hostkit {
@@ -14,6 +18,19 @@ using automation::Variant;
 using automation::view_of;
 
 namespace {
+
+constexpr wchar_t message_box_name[] = L"KelosMessageBox";
+// A variable hides the language's function of its name; calling it calls its object's default
+// member.
+constexpr wchar_t message_box_code[] = L"Dim MsgBox\nSet MsgBox = KelosMessageBox";
+
+// Also when it only stands in a comment or a text: the variable does no harm.
+bool asks_for_message_box(std::wstring_view code) {
+    constexpr std::wstring_view name = L"MsgBox";
+    for (std::size_t i = 0; i + name.size() <= code.size(); ++i)
+        if (automation::equal_ignoring_case(code.substr(i, name.size()), name)) return true;
+    return false;
+}
 
 // The engine wants terminated texts; a null BSTR is the empty one.
 const wchar_t* terminated(BSTR text) noexcept {
@@ -75,6 +92,29 @@ const ScriptModule& ScriptEngine::known_module(BSTR name) const {
     return *module;
 }
 
+DWORD ScriptEngine::add_item(ScriptModule module, bool add_members) {
+    const std::wstring name = module.name;
+    const DWORD flags = item_flags(module.object.get(), add_members);
+    // The engine asks for the object while the item is being added.
+    const DWORD number = site_->add_module(std::move(module));
+    try {
+        script_.add_item(name.c_str(), flags);
+    } catch (...) {
+        site_->remove_last_module();
+        throw;
+    }
+    return number;
+}
+
+void ScriptEngine::offer_message_box(const std::wstring& item, std::wstring_view code) {
+    if (!asks_for_message_box(code)) return;
+    auto& offered = items_with_message_box_;
+    if (std::ranges::find(offered, item) != offered.end()) return;
+    if (offered.empty()) add_item({message_box_name, make_message_box(), {}}, false);
+    offered.push_back(item);
+    automation::check(script_.run(message_box_code, item.c_str(), ScriptSite::expression_cookie));
+}
+
 STDMETHODIMP ScriptEngine::get_ReportErrors(VARIANT_BOOL* result) {
     return answer(result, [&] { return as_variant_bool(reports_errors_); });
 }
@@ -99,6 +139,7 @@ STDMETHODIMP ScriptEngine::Evaluate(BSTR expression, BSTR module_name, VARIANT* 
     return answer(result, Given(expression, module_name), [&] {
         const ComPtr<ScriptEngine> keep(this);
         const std::wstring item = known_module(module_name).name;
+        offer_message_box(item, view_of(expression));
         Variant value;
         run_watched(item, view_of(expression), [&] {
             return script_.evaluate(terminated(expression), item.c_str(),
@@ -117,15 +158,9 @@ STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* obj
         if (site_->find_module(item))
             automation::fail(E_INVALIDARG, L"There is a module '" + item + L"' already");
         const std::wstring text = with_line_feeds(view_of(code));
-        // The engine asks for the object while the item is being added.
-        const DWORD cookie = site_->add_module({item, object, text});
-        try {
-            script_.add_item(item.c_str(), item_flags(object, add_members != VARIANT_FALSE));
-        } catch (...) {
-            site_->remove_last_module();
-            throw;
-        }
+        const DWORD cookie = add_item({item, object, text}, add_members != VARIANT_FALSE);
         if (text.empty()) return;
+        offer_message_box(item, text);
         run_watched(item, {}, [&] { return script_.run(text.c_str(), item.c_str(), cookie); });
     });
 }

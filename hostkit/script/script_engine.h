@@ -32,6 +32,10 @@ class ScriptEngine : public automation::Object<ScriptEngine, IHostKitScriptEngin
 
   private:
     const ScriptModule& known_module(BSTR name) const;
+    // Answers the number of the module.
+    DWORD add_item(ScriptModule module, bool add_members);
+    // Gives the module the host's message box when the code asks for one.
+    void offer_message_box(const std::wstring& item, std::wstring_view code);
     // Runs code; throws its error after reporting it.
     template <class Call>
     void run_watched(std::wstring_view item, std::wstring_view expression, Call&& call);
@@ -39,6 +43,7 @@ class ScriptEngine : public automation::Object<ScriptEngine, IHostKitScriptEngin
     automation::ComPtr<ScriptSite> site_;
     ActiveScript script_;
     automation::ComPtr<IDispatch> error_sink_;
+    std::vector<std::wstring> items_with_message_box_;
     bool reports_errors_ = true;
 };
 

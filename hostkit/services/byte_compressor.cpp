@@ -76,7 +76,9 @@ Variant expanded(std::span<const std::uint8_t> bytes) {
     });
 }
 
-class ByteCompressor : public automation::Object<ByteCompressor, IKelosByteCompressor> {
+class ByteCompressor
+    : public automation::Object<ByteCompressor,
+                                automation::Extends<IHostKitByteCompressor, IKelosByteCompressor>> {
   public:
     static constexpr const CLSID& class_id = __uuidof(::ByteCompressor);
 

@@ -66,7 +66,9 @@ Variant decoded(std::wstring_view text) {
     });
 }
 
-class ByteTextEncoder : public automation::Object<ByteTextEncoder, IKelosByteTextEncoder> {
+class ByteTextEncoder
+    : public automation::Object<
+          ByteTextEncoder, automation::Extends<IHostKitByteTextEncoder, IKelosByteTextEncoder>> {
   public:
     static constexpr const CLSID& class_id = __uuidof(::ByteTextEncoder);
 

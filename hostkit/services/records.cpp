@@ -25,6 +25,9 @@ class Message : public automation::Object<Message, IHostKitMessage> {
     STDMETHODIMP get_Answer(long* result) override {
         return answer<Uncounted>(result, [&] { return record_.answer; });
     }
+    STDMETHODIMP get_Row(long* result) override {
+        return answer<Uncounted>(result, [&] { return record_.row; });
+    }
 
   private:
     const MessageRecord record_;
@@ -45,6 +48,9 @@ class ReportedError : public automation::Object<ReportedError, IHostKitError> {
     }
     STDMETHODIMP get_Label(BSTR* result) override {
         return answer<Uncounted>(result, [&] { return Bstr(record_.label); });
+    }
+    STDMETHODIMP get_Row(long* result) override {
+        return answer<Uncounted>(result, [&] { return record_.row; });
     }
 
   private:

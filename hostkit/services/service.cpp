@@ -18,13 +18,6 @@ std::wstring text_of(BSTR text) {
     return std::wstring(view_of(text));
 }
 
-// A box that cannot be shown, as without a display, is answered like one that is only recorded.
-long show_box(const std::wstring& text, long style, const std::wstring& title) {
-    const int button =
-        MessageBoxW(GetActiveWindow(), text.c_str(), title.c_str(), static_cast<UINT>(style));
-    return button > 0 ? button : service_state().message_answer;
-}
-
 void fail_on_request() {
     if (const HRESULT code = service_state().failure; FAILED(code))
         automation::fail(code, L"Failed on request");
@@ -61,20 +54,13 @@ class Service
         });
     }
     STDMETHODIMP ShowMessage(BSTR text, long style, BSTR title, long* result) override {
-        return serve(result, Given(text, style, title), [&] {
-            auto& state = service_state();
-            MessageRecord message{text_of(text), style, text_of(title), state.message_answer};
-            if (state.mode == hkmInteractive)
-                message.answer = show_box(message.text, style, message.title);
-            const long button = message.answer;
-            state.add_message(std::move(message));
-            return button;
-        });
+        return serve(result, Given(text, style, title),
+                     [&] { return show_message(text_of(text), style, text_of(title)); });
     }
     STDMETHODIMP ReportError(long number, BSTR description, BSTR source, BSTR label) override {
         return serve(Given(number, description, source, label), [&] {
             service_state().add_error(
-                {number, text_of(description), text_of(source), text_of(label)});
+                {number, text_of(description), text_of(source), text_of(label), noted_row()});
         });
     }
     STDMETHODIMP Trace(BSTR text) override {

@@ -2,6 +2,7 @@
 
 #include "automation/error.h"
 #include "automation/thread_slot.h"
+#include "hostkit/boundary.h"
 #include "hostkit/services/console_output.h"
 
 namespace hostkit {
@@ -10,6 +11,13 @@ namespace {
 void trim(std::deque<std::wstring>& texts, std::size_t limit) {
     while (texts.size() > limit)
         texts.pop_front();
+}
+
+// A box that cannot be shown, as without a display, is answered like one that is only recorded.
+long show_box(const std::wstring& text, long style, const std::wstring& title) {
+    const int button =
+        MessageBoxW(GetActiveWindow(), text.c_str(), title.c_str(), static_cast<UINT>(style));
+    return button > 0 ? button : service_state().message_answer;
 }
 
 std::wstring hexadecimal(long number) {
@@ -73,6 +81,14 @@ void ServiceState::clear() {
 
 ServiceState& service_state() {
     return automation::ThreadOwn<ServiceState>::get();
+}
+
+long show_message(std::wstring text, long style, std::wstring title) {
+    ServiceState& state = service_state();
+    const long button =
+        state.mode == hkmInteractive ? show_box(text, style, title) : state.message_answer;
+    state.add_message({std::move(text), style, std::move(title), button, noted_row()});
+    return button;
 }
 
 }  // namespace hostkit

@@ -16,6 +16,7 @@ struct MessageRecord {
     long style;
     std::wstring title;
     long answer;
+    long row;  // of a mapping table; 0 when none was read before
 };
 
 struct ErrorRecord {
@@ -23,6 +24,7 @@ struct ErrorRecord {
     std::wstring description;
     std::wstring source;
     std::wstring label;
+    long row;
 };
 
 struct RegisteredForm {
@@ -73,5 +75,8 @@ struct ServiceState {
 
 // The calling thread's state.
 ServiceState& service_state();
+
+// Records a message box, shows it when the service is interactive, and answers its button.
+long show_message(std::wstring text, long style, std::wstring title);
 
 }  // namespace hostkit

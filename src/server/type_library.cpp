@@ -113,15 +113,12 @@ HRESULT leave(const TypeLibrary& shared, const TypeLibrary& own) {
 GUID register_type_libraries() {
     const TypeLibrary own = own_library();
     own.add();
-    // Last, because the compiler copies the default interfaces of classes into the own library, and
-    // the contract's interfaces are registered as the contract's.
     if (const auto shared = shared_library()) join(*shared, own);
     return own.id();
 }
 
 HRESULT unregister_type_libraries() {
     const TypeLibrary own = own_library();
-    // First, because leaving writes the contract's interfaces anew for those who still need them.
     const HRESULT result = own.remove();
     const auto shared = shared_library();
     const HRESULT left = shared ? leave(*shared, own) : S_OK;

@@ -37,7 +37,7 @@ TEST_CASE("an export writes the content document and tells what was mapped where
     CHECK(outcome.error == "");
     CHECK(outcome.out ==
           "document: List (the first that has a mapping table)\n"
-          "script:   the document's\n"
+          "script:   the default one for mapping tables\n"
           "\n"
           "Sheet  Cell  Object             Property     Value        Unit       Direction\n"
           "-----  ----  -----------------  -----------  -----------  ---------  ---------\n"
@@ -178,22 +178,37 @@ TEST_CASE("an error that the component reports is listed; what came back is writ
     parsed(place.folder() / L"o.xml");
 }
 
+TEST_CASE("a failing row of the mapping table is named with its cell and its property") {
+    const Workplace place;
+    place.write(L"p.xml", project_file(mapping_document(R"(
+    <row cell="A2" object="Pump" property="Name"/>
+    <row cell="B2" object="Pump" property="@Object.NoSuch"/>)")));
+    const Outcome outcome = place.run({L"export", L"p.xml"});
+    CHECK(outcome.code == 1);
+    CHECK_MESSAGE(lines(outcome.error)
+                      .front()
+                      .starts_with("error: row 2, Pumps!B2, @Object.NoSuch: Tessera.PropByName, "),
+                  outcome.error);
+}
+
 TEST_CASE("a message to the user is listed in one line and is no error") {
     const PumpList place;
     const Outcome outcome = run_script(
         place,
         "Sub DoVex()\n"
+        "MsgBox \"Go\" & vbCrLf & \"on\"\n"
         "Content \"S!A1\", MappingTableExcel.SourceObject(2), \"WorkSet\", \"\", \"\", \"\"\n"
         "End Sub");
     CHECK(outcome.code == 0);
     CHECK(outcome.error == "");
     CHECK_MESSAGE(contains(outcome.out,
-                           "\nmessage: XML processing  (GetString): The variable cannot be stored "
-                           "in the archive. VarType = 9\n1 row, 1 message, 0 errors\n"),
+                           "\nmessage: VBScript: Go on\n"
+                           "message: XML processing  (GetString): The variable cannot be stored "
+                           "in the archive. VarType = 9\n1 row, 2 messages, 0 errors\n"),
                   outcome.out);
 }
 
-TEST_CASE("without a script nothing is written, and the reason is told") {
+TEST_CASE("without a script or its procedure nothing is written, and the reason is told") {
     const Workplace place;
     place.write(L"p.xml", project_file(scripted_document("Bare", "")));
     place.write(L"empty.vbs", "  ");
@@ -205,5 +220,10 @@ TEST_CASE("without a script nothing is written, and the reason is told") {
         place.run({L"export", L"p.xml", L"--document", L"Bare", L"--script", L"empty.vbs"});
     CHECK(given.code == 1);
     CHECK(contains(given.error, "\"empty.vbs\" is empty"));
+    place.write(L"other.vbs", "Sub Other()\nEnd Sub");
+    const Outcome other =
+        place.run({L"export", L"p.xml", L"--document", L"Bare", L"--script", L"other.vbs"});
+    CHECK(other.code == 1);
+    CHECK(contains(other.error, "the script has no procedure \"DoVex\"; nothing was written"));
     CHECK_FALSE(place.has(L"p.Bare.content.xml"));
 }

@@ -34,7 +34,7 @@ PlainObject.get_SystemUID "Pumpe"
 PlainObject.get_SystemUID "Pumpe"
 AttributeObject.put_Value "Process.Pressure", 1, 2.5
 AttributeObject.put_Marker "Process.Pressure", "a\r\n"b""
-Service.get_ControlWrapper IKelosTextBox
+Service.get_ControlWrapper IHostKitTextBox
 Service.ReportError &H80004005, "", "S", "L"
 WorksetObject.putref_OuterUndoState Nothing
 new Kelos.TextBox

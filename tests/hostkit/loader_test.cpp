@@ -230,7 +230,9 @@ TEST_CASE("a document gives what it shows, whom it belongs to, its entries and i
     const LiteralProject project(
         R"(
 <project name='W' type='project' current='yes'>
-  <object type='area' name='A'><object type='pump' name='P'/></object>
+  <object type='area' name='A'><object type='pump' name='P'>
+    <attribute name='Note' value='a&#13;&#10;b&#x0D;&#10;&#13;&#9;c
+d'/></object></object>
   <document name='Plan' type-text='T' sub-type-text='7' owner='A' delegate='A|P'>
     <shows object='A|P'/>
     <object type='area' name='Own'/>
@@ -240,11 +242,13 @@ TEST_CASE("a document gives what it shows, whom it belongs to, its entries and i
         "<document name='Empty'><script>\r\n    Sub DoVex()\r\n    End "
         "Sub\r\n</script></document><document name='Lines'>"
         "<script marker='x'><![CDATA[\n\n  Sub DoVex()\n\n      a = \"<&\"\n"
-        "  End Sub]]></script></document></project>");
+        "  End Sub '&#13;]]></script></document></project>");
     check_transcript(
         LR"(
     Set plan = Document("PLAN")
     ? plan.Objects.Item(1).PathFullName(Nothing) -> W|A|P
+    ' Line ends that are written as references stay as they are, others become blanks.
+    ? Replace(Replace(plan.Objects.Item(1).AttributeByFullName("Note").Value(1), vbCr, "r"), vbLf, "n") -> arnbrnr	c d
     ? plan.Objects.Item(2).PathFullName(Nothing) -> W|Plan|Own
     ? plan.Owner.PathFullName(Nothing) & " " & plan.Delegate.PathFullName(Nothing) -> W|A W|A|P
     ? plan.TypeText & plan.SubTypeText -> T7
@@ -257,7 +261,7 @@ TEST_CASE("a document gives what it shows, whom it belongs to, its entries and i
     Set script = Document("Empty").AttributeByFullName("Vex")
     ? Replace(script.Value(1), vbCrLf, "/") & " " & script.Marker -> Sub DoVex()/End Sub ~
     Set script = Document("Lines").AttributeByFullName("Vex")
-    ? Replace(script.Value(1), vbCrLf, "/") & " " & script.Marker -> Sub DoVex()//    a = "<&"/End Sub x
+    ? Replace(script.Value(1), vbCrLf, "/") & " " & script.Marker -> Sub DoVex()//    a = "<&"/End Sub '&#13; x
 )",
         {{L"Kit", project.kit.get()}});
 }

@@ -265,6 +265,23 @@ TEST_CASE_FIXTURE(EngineFixture,
     CHECK(automation::to_long(evaluate(L"n", L"FIRST")) == 43);
 }
 
+TEST_CASE_FIXTURE(EngineFixture, "a script's message box is the host's and waits for nobody") {
+    call(service(), &IHostKitService::put_MessageAnswer, 6L);
+    add(L"Asking",
+        L"Dim answer\r\n"
+        L"Sub DoVex()\r\n"
+        L"answer = MsgBox(\"Go on\" & 1, 4, \"Question\")\r\n"
+        L"msgbox 7\r\n"
+        L"End Sub");
+    run(L"Asking", L"DoVex");
+    CHECK(automation::to_long(evaluate(L"answer", L"Asking")) == 6);
+    REQUIRE(message_count() == 2);
+    CHECK(message(1) == L"Question|4|Go on1");
+    CHECK(message(2) == L"VBScript|0|7");
+    CHECK(automation::to_long(evaluate(L"MsgBox(\"?\")", L"Asking")) == 6);
+    CHECK(message_count() == 3);
+}
+
 TEST_CASE_FIXTURE(EngineFixture, "wrong module and procedure names are errors of the call alone") {
     use_sink();
     add(L"VexScriptRun", L"Sub Other()\r\nEnd Sub");

@@ -97,7 +97,7 @@ Service.ShowMessage "Unerwarteter Fehler", 0, "ScriptError"
                              LR"(TextBox.get_Text
 TextBox.put_SelStart 20
 TextBox.put_SelLength 11
-Service.FocusControl IKelosTextBox
+Service.FocusControl IHostKitTextBox
 )");
     }
     SUBCASE("in the rich editor") {
