@@ -90,6 +90,7 @@ TEST_CASE_FIXTURE(HostFixture, "a query of the host as one content document") {
           L"7;3 String:South plant|1033 South plant=South plant\n"
           L"8;4 String:last|1031 last=last\n");
     CHECK(test::item(contents.back(), L"Value", L"LCID") == L"Integer:1031");
+    CHECK(test::data(contents[12], L"KelosObject", L"SystemUID") == L"A1");  // in translation
     CHECK(error_count() == 0);
     CHECK(message_count() == 0);
 }
