@@ -287,9 +287,9 @@ TEST_CASE_FIXTURE(ProgressFixture, "a click does not come through while another 
     CHECK_FALSE(meanwhile);
     CHECK(state() == uccStateClosed);
     // Who asks while a message is handled handles no other.
+    SetFocus(nullptr);
     uceProgressState seen = uccStateAbort;
     meanwhile = [&](HWND) { seen = state(); };
-    SetFocus(nullptr);
     PostMessageW(button(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
     PostMessageW(button(), BM_CLICK, 0, 0);
     CHECK(state() == uccStateAbort);

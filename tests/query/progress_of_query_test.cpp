@@ -56,13 +56,6 @@ TEST_CASE_FIXTURE(QueryFixture, "an abort leaves the cursor on its row") {
     CHECK(calls({L"get_Cell"}) == L"\nResultTable.get_Cell 5060, 1\n");  // it is read again
     CHECK_FALSE(at_end());
 
-    SUBCASE("the next percentage closes the form") {
-        form_controller()->put_Percentage(40);
-        CHECK(form_count() == 0);
-        CHECK(state() == uccStateAbort);
-        cursor->MoveNext();
-        CHECK(text(1) == L"5060");
-    }
     SUBCASE("a new start is a new walk") {
         cursor->MoveFirst();
         CHECK(state() == uccStateOpen);
