@@ -113,25 +113,24 @@ TEST_CASE_FIXTURE(FunctionsFixture,
 }
 
 TEST_CASE_FIXTURE(FunctionsFixture, "the clipboard takes text and gives back another program's") {
-    for (const wchar_t* shown : {L"", L"\x4E00 \xE4\r\n\xD83D\xDE00"}) {
-        call(functions, &ITesseraGFunctions::UnicodeTextToClipBoard, Bstr(shown).get());
-        CHECK(clipboard() == shown);
-    }
     // All of a text is put there, what stands before its first null character is read.
     call(functions, &ITesseraGFunctions::UnicodeTextToClipBoard, Bstr({L"a\0b", 3}).get());
     CHECK(clipboard() == L"a");
     OpenClipboard(nullptr);
     CHECK(static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT)))[2] == L'b');
+    SetClipboardData(CF_PRIVATEFIRST, GlobalAlloc(GMEM_MOVEABLE, 1));
     CloseClipboard();
+    for (const wchar_t* shown : {L"", L"\x4E00 \xE4\r\n\xD83D\xDE00"}) {
+        call(functions, &ITesseraGFunctions::UnicodeTextToClipBoard, Bstr(shown).get());
+        CHECK(clipboard() == shown);
+        CHECK_FALSE(IsClipboardFormatAvailable(CF_PRIVATEFIRST));  // nothing else is left
+    }
     REQUIRE(run_clipboard_writer(L"from elsewhere \x00E4") == 0);
     // While somebody holds the clipboard, there is nothing to read or write.
-    const HWND holder =
-        CreateWindowW(L"STATIC", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
-    OpenClipboard(holder);
+    OpenClipboard(GetDesktopWindow());
     CHECK(clipboard() == L"");
     call(functions, &ITesseraGFunctions::UnicodeTextToClipBoard, Bstr(L"lost").get());
     CloseClipboard();
-    DestroyWindow(holder);
     CHECK(clipboard() == L"from elsewhere \x00E4");
     OpenClipboard(nullptr);
     EmptyClipboard();

@@ -277,7 +277,7 @@ TEST_CASE_FIXTURE(ProgressFixture, "a picture decides on the direction") {
     CHECK(get(progress, &ITesseraProgress::get_Picture).empty());
 }
 
-TEST_CASE_FIXTURE(ProgressFixture, "a click does not come through while another is at work") {
+TEST_CASE_FIXTURE(ProgressFixture, "messages reach the form one by one, and in its time only") {
     const HHOOK hook = SetWindowsHookExW(WH_CBT, do_meanwhile, nullptr, GetCurrentThreadId());
     // The form has its controller when the host has the form.
     meanwhile = [](HWND form) {
@@ -300,4 +300,12 @@ TEST_CASE_FIXTURE(ProgressFixture, "a click does not come through while another 
     percentage(0);
     MSG waiting;
     CHECK_FALSE(PeekMessageW(&waiting, window(), 0, 0, PM_NOREMOVE));
+    // A control that does not end has nobody to tell of its focus any more.
+    const auto form = form_as<IKelosVBUsercontrol>();
+    const auto bridge = get(form, &IKelosVBUsercontrol::get_WPFControl).as<IHostKitWpfBridge>();
+    fail(L"WpfBridge.Shutdown");
+    stop();
+    log_calls();
+    call(bridge, &IHostKitWpfBridge::GainFocus);
+    CHECK(calls() == L"\n");
 }
