@@ -174,14 +174,3 @@ TEST_CASE("a flag length that takes positions out of range is an overflow") {
     CHECK_THROWS_AS(decompress(with_flag_length(0xF3)), std::overflow_error);
     CHECK_THROWS_AS(decompress(with_flag_length(0xFF)), std::overflow_error);
 }
-
-TEST_CASE("random input never yields more than it can describe") {
-    samples::RandomTexts random(7);
-    for (int round = 0; round < 5'000; ++round) {
-        std::u16string body;
-        for (std::uint32_t length = random.number(120); length > 0; --length)
-            body += page_1252.to_char(static_cast<std::uint8_t>(random.number(256)));
-        const std::u16string flags = random.from(u"\x03\xFFУ", random.number(10));
-        CHECK(decompress(stored(random.number(200), flags, body)).size() <= 85 * body.size());
-    }
-}

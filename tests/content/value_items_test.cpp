@@ -144,15 +144,24 @@ TEST_CASE_FIXTURE(ItemsFixture, "an item keeps objects by reference, what refere
 }
 
 TEST_CASE_FIXTURE(ItemsFixture, "a new locale re-reads the texts under its code page") {
-    const auto holder = item(L"\xE4\r\n");                    // a-umlaut
-    call(holder, &ITesseraValueItem::put_LCID, short{1031});  // from 0: line breaks only
-    CHECK(value_of(holder) == L"\xE4\n");
-    call(holder, &ITesseraValueItem::put_LCID, short{1049});  // the byte 0xE4, read as Cyrillic
-    CHECK(value_of(holder) == L"\x0434\n");
-    call(holder, &ITesseraValueItem::put_LCID, short{1031});
-    CHECK(value_of(holder) == L"\xE4\n");
+    const std::tuple<short, short, const wchar_t*, const wchar_t*> rows[] = {
+        {0, 1049, L"\xE4\r\n", L"\xE4\n"},       // from 0: line breaks only
+        {1031, 1049, L"\xE4", L"\x0434"},        // the byte 0xE4, read as Cyrillic
+        {1049, 0, L"\x0434", L"\xE4"},           // the system's code page
+        {1049, -1, L"\x0434", L"\xE4"},          // as well
+        {1031, 1041, L"\x0192\x41", L"\x30A2"},  // two bytes of one character
+        {1041, 1031, L"\x30A2", L"\x0192\x41"}, {1031, 1033, L"\x0100", L"A"},  // the best fit
+    };
+    for (const auto& [from, to, text, expected] : rows) {
+        const auto holder = item(text);
+        call(holder, &ITesseraValueItem::put_LCID, from);
+        call(holder, &ITesseraValueItem::put_LCID, to);
+        CHECK(value_of(holder) == expected);
+    }
     CHECK(error_count() == 0);
+    const auto holder = item(L"\xE4");
+    call(holder, &ITesseraValueItem::put_LCID, short{1031});
     call(holder, &ITesseraValueItem::put_LCID, short{0x7FFF});  // no such locale
     CHECK(error(1) == L"Tessera.GFunctions|Friend Function 'GetOfficeFromOffice'");
-    CHECK(value_of(holder) == L"\xE4\n");
+    CHECK(value_of(holder) == L"\xE4");
 }

@@ -58,6 +58,8 @@ TEST_CASE_FIXTURE(ExpressionFixture, "what fails is reported and marked in the r
     }
     CHECK(assign(L"SystemUID = \"x\"").text() == L"<< Error >>");
     CHECK(error(++reports) == L"Tessera.PropByName|Public Function 'SetValueByExpression'");
+    evaluator->get_CurrentObject(nullptr);
+    CHECK(error(++reports) == L"Tessera.PropByName|Public Property Get 'CurrentObject'");
     CHECK(error_count() == reports);
     CHECK(message_count() == 0);  // the engine says nothing of its own
 }

@@ -2,12 +2,12 @@
 
 #include "archive/xml_publics.h"
 #include "options/xml_options.h"
-#include "support/com_fixture.h"
+#include "support/watched_host.h"
 
 using automation::get;
 using automation::make;
 using test::ComFixture;
-using test::ProjectFixture;
+using test::WatchedProject;
 using namespace tessera;
 using namespace automation::literals;
 
@@ -19,10 +19,13 @@ TEST_CASE_FIXTURE(
     CHECK_FALSE(writer->write_below({}, nullptr));
     const auto root = get(writer->CreateDOMDocument(), &IXMLDOMDocument::get_documentElement);
     CHECK(get(root, &IXMLDOMElement::get_tagName).view() == L"Options");  // written all the same
+    const auto document = make<tessera::XMLOptions>()->CreateDOMDocument();
+    CHECK(get(document, &IXMLDOMDocument::get_xml).view() ==
+          L"<?xml encoding=\"ISO-10646-UCS-2\"?>\r\n");
     CHECK(error_count() == 0);
 }
 
-TEST_CASE_FIXTURE(ProjectFixture, "an object without the attribute has no options") {
+TEST_CASE_FIXTURE(WatchedProject, "an object without the attribute has no options") {
     const auto converter = make<tessera::SpecOptToCollConverter>();
     CHECK(converter->Convert(object(L"Anlage|Pumpe").get()).empty());
     const auto options = converter->Convert(object(L"Anlage|Tabelle").get());
@@ -31,9 +34,9 @@ TEST_CASE_FIXTURE(ProjectFixture, "an object without the attribute has no option
     CHECK(options[0]->value.view() == L"-1");
     CHECK(options[0]->value_type.view() == L"Boolean");
     CHECK(error_count() == 0);
-    automation::call(kit, &IHostKit::FailCall, 1L, static_cast<long>(E_FAIL));
+    fail(L"MappingObject.AttributeByFullName");
     CHECK(converter->Convert(object(L"Anlage|Tabelle").get()).empty());
-    CHECK(error(1) == L"SpecOptToCollConverter|Friend Function 'Convert'");
+    CHECK(take_errors() == L"SpecOptToCollConverter|Friend Function 'Convert'\n");
 }
 
 TEST_CASE_FIXTURE(ComFixture, "options written twice below one root are two blocks") {

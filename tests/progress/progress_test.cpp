@@ -1,6 +1,7 @@
 // The controller, through the DLL: order of calls, states, reports, lifetimes.
 #include "progress/progress_fixture.h"
 
+#include <functional>
 #include <memory>
 
 using namespace test;
@@ -8,6 +9,16 @@ using namespace test;
 namespace {
 
 constexpr wchar_t start_failed[] = L"Tessera.Progress|Private Sub 'StartProcess'\n";
+
+// What a test does once, while a window is being activated or given the focus.
+std::function<void(HWND)> meanwhile;
+
+LRESULT CALLBACK do_meanwhile(int code, WPARAM window, LPARAM) {
+    if (code == HCBT_ACTIVATE || code == HCBT_SETFOCUS)
+        if (const auto action = std::exchange(meanwhile, nullptr))
+            action(reinterpret_cast<HWND>(window));
+    return 0;
+}
 
 }  // namespace
 
@@ -42,6 +53,11 @@ Service.get_ControlWrapper IKelosButton
 ControlWrapper.Activate
 )" + undo_restored);
 
+    SUBCASE("every activation asks for the button") {
+        SendMessageW(window(), WM_ACTIVATE, WA_CLICKACTIVE, 0);
+        SendMessageW(window(), WM_ACTIVATE, WA_INACTIVE, 0);
+        CHECK(calls() == L"\nService.get_ControlWrapper IKelosButton\nControlWrapper.Activate\n");
+    }
     SUBCASE("an open form is not opened again") {
         start();
         CHECK(calls() == L"\n" + undo_restored);
@@ -111,6 +127,12 @@ TEST_CASE_FIXTURE(ProgressFixture, "a missing workset is only traced") {
     CHECK(calls() ==
           L"\nService.Trace \"ZUL: WS Is Nothing\"\nService.Trace \"ZUL: WS Is Nothing\"\n"
           L"ProgressBar.get_Bar\nBar.put_Value 1\n");
+    stop();
+    call(service(), &IHostKitService::put_OffersApplication, VARIANT_FALSE);
+    start();
+    CHECK(calls({L"Trace"}) ==
+          L"\nService.Trace \"ZUL: Form_Initialize\"\nService.Trace \"ZUL: AppI Is Nothing\"\n");
+    call(service(), &IHostKitService::put_OffersApplication, VARIANT_TRUE);
 }
 
 TEST_CASE_FIXTURE(ProgressFixture, "what cannot be opened is reported once and the walk goes on") {
@@ -206,6 +228,11 @@ TEST_CASE_FIXTURE(ProgressFixture,
                   "the host gets the controller itself and keeps it with its form") {
     percentage(10);
     const HWND shown = window();
+    // A title with a button that closes, nothing that resizes.
+    CHECK((GetWindowLongPtrW(shown, GWL_STYLE) & (WS_TILEDWINDOW | WS_POPUP)) ==
+          (WS_CAPTION | WS_SYSMENU));
+    CHECK(form_as<IKelosVBUsercontrol>()->Version(nullptr) == S_OK);
+    CHECK(take_errors() == L"Tessera.PrgFrm|Function IKelosVBUsercontrol_Version\n");
     const auto kept = form_controller();
     CHECK(automation::same_object(kept.get(), progress.get()));
     // The form does not count: these are the fixture's, the test's and the host's.
@@ -248,4 +275,37 @@ TEST_CASE_FIXTURE(ProgressFixture, "a picture decides on the direction") {
     call(progress, &ITesseraProgress::put_Picture, nullptr);
     CHECK(where() == uccNothing);
     CHECK(get(progress, &ITesseraProgress::get_Picture).empty());
+}
+
+TEST_CASE_FIXTURE(ProgressFixture, "messages reach the form one by one, and in its time only") {
+    const HHOOK hook = SetWindowsHookExW(WH_CBT, do_meanwhile, nullptr, GetCurrentThreadId());
+    // The form has its controller when the host has the form.
+    meanwhile = [](HWND form) {
+        SendMessageW(FindWindowExW(form, nullptr, WC_BUTTONW, nullptr), BM_CLICK, 0, 0);
+    };
+    start();
+    CHECK_FALSE(meanwhile);
+    CHECK(state() == uccStateClosed);
+    // Who asks while a message is handled handles no other.
+    SetFocus(nullptr);
+    uceProgressState seen = uccStateAbort;
+    meanwhile = [&](HWND) { seen = state(); };
+    PostMessageW(button(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+    PostMessageW(button(), BM_CLICK, 0, 0);
+    CHECK(state() == uccStateAbort);
+    CHECK(seen == uccStateClosed);
+    UnhookWindowsHookEx(hook);
+    // Nothing waits behind a percentage.
+    PostMessageW(window(), WM_NULL, 0, 0);
+    percentage(0);
+    MSG waiting;
+    CHECK_FALSE(PeekMessageW(&waiting, window(), 0, 0, PM_NOREMOVE));
+    // A control that does not end has nobody to tell of its focus any more.
+    const auto form = form_as<IKelosVBUsercontrol>();
+    const auto bridge = get(form, &IKelosVBUsercontrol::get_WPFControl).as<IHostKitWpfBridge>();
+    fail(L"WpfBridge.Shutdown");
+    stop();
+    log_calls();
+    call(bridge, &IHostKitWpfBridge::GainFocus);
+    CHECK(calls() == L"\n");
 }

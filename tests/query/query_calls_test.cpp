@@ -82,6 +82,8 @@ new Kelos.ByteTextEncoder
 ByteCompressor.Compress
 ByteTextEncoder.EncodeBytes
 )");
+    row_string(true);  // with the same pair
+    CHECK(calls({L"new"}) == L"\n");
     move(2);
     CHECK(at_end());
     CHECK(calls() ==

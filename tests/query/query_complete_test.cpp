@@ -99,6 +99,13 @@ TEST_CASE_FIXTURE(CompleteFixture, "what ends a walk or breaks it leaves what ha
     form_controller()->put_State(uccStateAbort);
     CHECK(overview(complete()) == headings);
     CHECK(text(1) == L"a");
+    // A click behind more messages than a row's looks at the queue take.
+    open(nested());
+    for (int i = 0; i < 600; ++i)
+        PostMessageW(form_window(), WM_NULL, 0, 0);
+    PostMessageW(form_control(L"Button"), BM_CLICK, 0, 0);
+    CHECK(overview(complete()) == std::wstring(headings) + L", 1;1 a");
+    CHECK(text(3) == L"d");
 
     open(nested());
     fail(L"ColumnDefinition.get_SetName");

@@ -12,8 +12,6 @@ namespace {
 
 class HostFixture : public test::ProjectFixture {
   public:
-    using ProjectFixture::ProjectFixture;
-
     ComPtr<ITesseraQContent> content = create<ITesseraQContent>(L"Tessera.QContent");
     ComPtr<ITesseraHQuery> cursor = get(content, &ITesseraQContent::get_HQuery);
 
@@ -30,10 +28,6 @@ class HostFixture : public test::ProjectFixture {
     std::wstring text(short column) const {
         return get(cursor, &ITesseraHQuery::get_CellText, column, uccDefault).str();
     }
-};
-
-struct PlantFixture : HostFixture {
-    PlantFixture() : HostFixture(test::sample(L"plant.xml")) {}
 };
 
 // What is busy in all heaps of the process.
@@ -90,15 +84,16 @@ TEST_CASE_FIXTURE(HostFixture, "a query of the host as one content document") {
           L"7;3 String:South plant|1033 South plant=South plant\n"
           L"8;4 String:last|1031 last=last\n");
     CHECK(test::item(contents.back(), L"Value", L"LCID") == L"Integer:1031");
+    CHECK(test::data(contents[12], L"KelosObject", L"SystemUID") == L"A1");  // in translation
+    CHECK(test::data(contents[9], L"Property", L"GetParameter") == L"p");
     CHECK(error_count() == 0);
     CHECK(message_count() == 0);
 }
 
-TEST_CASE_FIXTURE(PlantFixture,
+TEST_CASE_FIXTURE(HostFixture,
                   "a walk over any query of the sample visits all rows that it counts") {
-    const long queries = get(kit, &IHostKit::get_QueryCount);
-    CHECK(queries > 0);
-    for (long i = 1; i <= queries; ++i) {
+    get(kit, &IHostKit::Open, Bstr(test::sample(L"plant.xml")).get());
+    for (long i = 1; i <= get(kit, &IHostKit::get_QueryCount); ++i) {
         const std::wstring name = get(kit, &IHostKit::get_QueryName, i).str();
         CAPTURE(name);
         const auto query = run_query(name.c_str());

@@ -26,15 +26,10 @@ TEST_CASE("a line is marked from its first character to its own line feed") {
     CHECK(marked(text, 3) == u"last");
     CHECK(marked(u"", 0) == u"");
     CHECK(marked(u"a\n", 1) == u"");
-}
-
-TEST_CASE("a line beyond the text is not marked") {
+    CHECK(marked(u"first\nsecond", -1) == u"first\n");
+    // There is no such line.
     CHECK_FALSE(line_selection(u"first\r\nsecond", 2).has_value());
     CHECK_FALSE(line_selection(u"", 1).has_value());
-}
-
-TEST_CASE("negative counts mark the first line") {
-    CHECK(marked(u"first\nsecond", -1) == u"first\n");
 }
 
 TEST_CASE("positions have 16 bits") {

@@ -17,9 +17,9 @@ class RunnerFixture : public WatchedProject {
     dom::Document execute(const wchar_t* script) {
         return get(runner, &ITesseraVexScript::Execute, Bstr(script).get());
     }
-    std::wstring stored(const ComPtr<IKelosDocument>& chosen) {
+    std::wstring stored(const ComPtr<IKelosDocument>& chosen, bool create = false) {
         return get(runner, &ITesseraVexScript::GetVexScript, chosen.get(),
-                   VARIANT_BOOL{VARIANT_FALSE})
+                   create ? VARIANT_TRUE : VARIANT_FALSE)
             .str();
     }
     bool store(const ComPtr<IKelosDocument>& chosen, const wchar_t* script) {

@@ -40,9 +40,3 @@ TEST_CASE("a script is empty when it is nothing or only its frame, to the charac
     CHECK_FALSE(is_empty_script(u"Sub DoVex()\r\nEnd Sub\r\n"));
     CHECK_FALSE(is_empty_script(default_mapping_script()));
 }
-
-TEST_CASE("a script error's message has three line feeds and ends with the line") {
-    CHECK(script_error_message(
-              {u"Division by zero", u"VexScriptRun", u"run-time", u"3", u"a = 1/0"}) ==
-          u"Error: Division by zero\nItem: VexScriptRun\nSource: run-time\nLine 3: a = 1/0");
-}

@@ -2,6 +2,7 @@
 
 #include "script/runner_fixture.h"
 #include "script/script_text.h"
+#include "support/scripted_object.h"
 
 using namespace test;
 
@@ -30,6 +31,17 @@ TEST_CASE_FIXTURE(RunnerFixture, "the generated script maps the table's rows, op
     CHECK(get(last, &IXMLDOMNode::get_nodeName).view() == L"Options");
     CHECK(error_count() == 0);
     CHECK(message_count() == 0);
+    // Who cannot trace says so; without a document there are no options.
+    fail(L"Service.Trace");
+    CHECK(execute(L"Sub DoVex()\r\nEnd Sub"));
+    CHECK(take_errors() ==
+          L"Tessera.SCGlobal|Property Set 'Document'\n"
+          L"XMLOptions|Friend Function 'CreateOptionsRoot'\n"
+          L"XMLOptions|Friend Function 'XMLNode'\n"
+          L"Tessera.SCGlobal|Friend Sub 'AddOptionsToXml'\n");
+    fail(L"Service.Trace", 3);
+    CHECK(execute(L"Sub DoVex()\r\nEnd Sub"));
+    CHECK(take_errors() == L"OptionMappingTable|Friend Function 'XMLNode'\n");
 }
 
 TEST_CASE_FIXTURE(RunnerFixture,
@@ -142,49 +154,47 @@ TEST_CASE_FIXTURE(RunnerFixture, "a stored script survives every failure of the 
     }
     call(service(), &IHostKitService::Clear);
     CHECK(stored({}) == L"");
-    CHECK(take_errors() == L"Tessera.VexScript|GetVexScript\n");
+    fail(L"AttributeObject.get_Value");
+    CHECK(stored(sheet) == L"");
+    CHECK(take_errors() ==
+          L"Tessera.VexScript|GetVexScript\n"
+          L"Tessera.VexScript|Function IsVexScriptEmptyOrNothing\n"
+          L"Tessera.VexScript|GetVexScript\n");
 }
 
-TEST_CASE_FIXTURE(RunnerFixture, "an error in a line that the editor has not is told once") {
-    use(document(L"Leer"));
-    const auto control = create<IHostKitScriptControl>(L"Kelos.ScriptControl");
-    use_text_box(control);
-    CHECK_FALSE(execute(L"Sub DoVex()\r\na = 1\r\nx = 1 / 0\r\nEnd Sub"));
-    CHECK(message_count() == 1);
-    CHECK(error_count() == 0);
+TEST_CASE_FIXTURE(RunnerFixture, "an error is told before its line is taken for a number") {
+    std::map<std::wstring, Member> members;
+    for (const wchar_t* const name : {L"Description", L"Item", L"Source", L"LineNr", L"LineText"})
+        members[name] = [=](auto&) { return Variant(name); };
+    runner->OnScriptError(make_object(members)->dispatch());
+    CHECK(message(1) ==
+          L"ScriptError|0|Error: Description\nItem: Item\nSource: Source\nLine LineNr: LineText");
+    CHECK(take_errors() == L"Tessera.VexScript|Public Sub OnScriptError\n");
+    // Lines of a text box have 16 bits.
+    members[L"LineNr"] = [](auto&) { return Variant(40000L); };
+    use_text_box(create<IKelosTextBox>(L"Kelos.TextBox"));
+    runner->OnScriptError(make_object(members)->dispatch());
+    CHECK(take_errors() == L"Tessera.VexScript|Public Sub OnScriptError\n");
 }
 
 TEST_CASE_FIXTURE(RunnerFixture, "what a host object raises arrives with its own words") {
     use(document(L"Datenblatt"));
-    const auto box = create<IKelosTextBox>(L"Kelos.TextBox");
-    use_text_box(box);
-    call(kit, &IHostKit::FailCall, 0L, 0L);
-    const wchar_t* const script = L"Sub DoVex()\r\nx = ReportObject.Description\r\nEnd Sub";
-    CHECK(execute(script));
-    const long calls = get(kit, &IHostKit::get_CountedCalls);
-    long raised_in_script = 0;
-    for (long failing = 1; failing <= calls; ++failing) {
-        call(service(), &IHostKitService::Clear);
-        call(kit, &IHostKit::FailCall, failing, static_cast<long>(E_ACCESSDENIED));
-        const auto result = execute(script);
-        CHECK(message_count() <= 1);
-        // A member of the global object reports for itself, and gives the script nothing.
-        if (error_count() > 0 || message_count() == 0 || message(1) == unexpected_error) continue;
-        ++raised_in_script;
-        CHECK_FALSE(result);
-        CHECK(message(1).starts_with(
-            L"ScriptError|0|Error: Failed on request\nItem: VexScriptRun\n"));
-        CHECK(message(1).ends_with(L"\nLine 2: x = ReportObject.Description"));
-    }
-    CHECK(raised_in_script > 0);
-    call(kit, &IHostKit::FailCall, 0L, 0L);
+    use_text_box(create<IKelosTextBox>(L"Kelos.TextBox"));
+    fail(L"PlainObject.get_Description");
+    CHECK_FALSE(execute(L"Sub DoVex()\r\nx = ReportObject.Description\r\nEnd Sub"));
+    CHECK(message(1) ==
+          L"ScriptError|0|Error: Failed on request\nItem: VexScriptRun\nSource: KelosHostKit\n"
+          L"Line 2: x = ReportObject.Description");
+    CHECK(message_count() == 1);
 }
 
 TEST_CASE_FIXTURE(RunnerFixture,
                   "a table's document without a script of its own gets the default one") {
     for (const wchar_t* name : {L"Datenblatt", L"Rahmen"}) {
         const auto chosen = document(name);
-        CHECK(stored(chosen) == default_script());
+        // Whether it shall be created makes no difference.
+        CHECK(stored(chosen, *name == L'D') == default_script());
+        CHECK(get(runner, &ITesseraVexScript::get_Document) == chosen);
         const auto attribute = script_of(chosen);
         REQUIRE(attribute);
         CHECK(marker_of(attribute) == L"~");
