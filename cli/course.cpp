@@ -110,13 +110,12 @@ void Course::show_line(const std::wstring& text) {
     shown_width_ = width;
 }
 
-// A percentage of 0 would begin the work anew and forget that the user has stopped it.
 void Course::move_bar(long number, long count) {
     if (!form_) return;
     if (count > 0) {
         const auto percentage = static_cast<long>(100.0 * number / count);
         call(form_, &ITesseraProgress::put_Percentage,
-             static_cast<short>(std::clamp(percentage, 1L, 99L)));
+             static_cast<short>(std::clamp(percentage, 0L, 99L)));
     }
     if (get(form_, &ITesseraProgress::get_State) == uccStateAbort) is_stopped_ = true;
 }

@@ -17,15 +17,12 @@ HWND abort_button(const RunningProgram& program) {
     return nullptr;
 }
 
-// A click in the first moments of a walk may be forgotten: work that begins is not aborted work.
+// Clicks once, as soon as there is a button.
 Outcome click_abort(RunningProgram& program) {
-    bool clicked = false;
-    while (!program.has_ended()) {
-        if (const HWND button = abort_button(program))
-            clicked = PostMessageW(button, BM_CLICK, 0, 0) || clicked;
+    HWND button = nullptr;
+    while (!program.has_ended() && !(button = abort_button(program)))
         Sleep(20);
-    }
-    CHECK(clicked);
+    CHECK(PostMessageW(button, BM_CLICK, 0, 0));
     return program.wait();
 }
 
