@@ -163,14 +163,21 @@ void CallWatch::fail(std::wstring_view name, long occurrence, HRESULT code) {
 
 void CallWatch::note(const std::wstring& name, const std::wstring& arguments) {
     if (is_logging_) lines_ += name + arguments + L"\n";
-    if (SUCCEEDED(code_) || name != failing_) return;
-    if (occurrence_ > 1) {
-        --occurrence_;
-        return;
-    }
+    if (!is_to_fail(name)) return;
     const HRESULT code = code_;
     if (occurrence_ == 1) code_ = S_OK;
     automation::fail(code, L"Failed on request");
+}
+
+// Counts down, or up, to the first call that fails. A host all of whose calls fail still takes
+// reports of it.
+bool CallWatch::is_to_fail(std::wstring_view name) {
+    const bool is_any = failing_ == L"*";
+    const bool is_meant = is_any ? name != L"Service.ReportError" : name == failing_;
+    if (SUCCEEDED(code_) || !is_meant) return false;
+    if (occurrence_ > 1) return --occurrence_, false;
+    if (occurrence_ < -1) return ++occurrence_, false;
+    return !is_any || occurrence_ > 0 || name != L"new Kelos.Service";
 }
 
 CallWatch* call_watch() {

@@ -19,14 +19,18 @@ DISPID member_id(IDispatch* object, const wchar_t* name);
 
 Variant invoke(IDispatch* object, DISPID member, WORD kind, Arguments arguments = {});
 
+// The object is held meanwhile: what it does may have its owner let go of it.
 inline Variant get_property(IDispatch* object, const wchar_t* name, Arguments arguments = {}) {
+    const ComPtr<IDispatch> keep(object);
     return invoke(object, member_id(object, name), DISPATCH_PROPERTYGET | DISPATCH_METHOD,
                   arguments);
 }
 inline Variant call_method(IDispatch* object, const wchar_t* name, Arguments arguments = {}) {
+    const ComPtr<IDispatch> keep(object);
     return invoke(object, member_id(object, name), DISPATCH_METHOD, arguments);
 }
 inline void put_property(IDispatch* object, const wchar_t* name, const VARIANT& value) {
+    const ComPtr<IDispatch> keep(object);
     invoke(object, member_id(object, name), DISPATCH_PROPERTYPUT, {value});
 }
 

@@ -111,14 +111,17 @@ void KelosObject::read_identity() {
     path_full_name_ = get(object_, &IKelosObject::get_PathFullName, project.get());
 }
 
+// The host gets texts of its own: it may set this record's anew while it works with them.
 void KelosObject::load_by_type_and_uid() {
-    object_ = get(workset_, &IKelosWorkset::LoadObject, system_type_, system_uid_.get());
+    const Bstr uid = system_uid_;
+    object_ = get(workset_, &IKelosWorkset::LoadObject, system_type_, uid.get());
 }
 
 void KelosObject::find_by_path() {
     const auto project = get(workset_, &IKelosWorkset::get_CurrentProject);
     if (!project) return;
-    object_ = get(project, &IKelosProject::FindByPathFullName, path_full_name_.get());
+    const Bstr path = path_full_name_;
+    object_ = get(project, &IKelosProject::FindByPathFullName, path.get());
 }
 
 }  // namespace tessera

@@ -109,7 +109,8 @@ long ValueItems::position_of(const VARIANT& ident) const {
 
 // The presentation is the owner's item, a sibling of the list.
 void ValueItems::write_items(ArchiveNode& title, ArchiveNode& owner) {
-    for (const ComPtr<ValueItem>& item : items_)
+    // What is there now: the host may change the list from inside.
+    for (const ComPtr<ValueItem>& item : std::vector(items_))
         item->write_below(title);
     write_long(owner, item_presentation, presentation_);
 }

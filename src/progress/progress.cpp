@@ -91,7 +91,8 @@ void Progress::continue_process() noexcept {
 }
 
 void Progress::ensure_open() {
-    if (!form_) open_form();
+    // A host that comes back from inside the opening gets no second form.
+    if (!form_ && !opening_) open_form();
     restore_undo_state();
 }
 
@@ -108,20 +109,22 @@ void Progress::stop() noexcept {
 
 // Either the form is open afterwards and known to the host, or it is gone.
 void Progress::open_form() {
-    opening_failed_ = true;
-    const ComPtr<PrgFrm> form = automation::make<PrgFrm>();
-    form_ = form;
+    opening_ = opening_failed_ = true;
+    ComPtr<PrgFrm> form;
     try {
+        form = automation::make<PrgFrm>();
+        form_ = form;
         form->open(caption_);
         call(window_service(), &IKelosWindowService::RegisterForm, form->main_interface(), 0,
              nullptr, main_interface());
         form->set_controller(this);
     } catch (...) {
+        opening_ = false;
         form_.reset();
-        form->close();
+        if (form) form->close();
         throw;
     }
-    opening_failed_ = false;
+    opening_ = opening_failed_ = false;
 }
 
 // When the host does not let go of the form, it stays open as it was.

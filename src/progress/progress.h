@@ -62,6 +62,7 @@ class Progress : public automation::Object<Progress, ITesseraProgress> {
     automation::ComPtr<PrgFrm> form_;
     // The form could not be opened: the walk goes on without one, and not every step tries again.
     bool opening_failed_ = false;
+    bool opening_ = false;
 };
 
 }  // namespace tessera

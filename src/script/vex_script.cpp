@@ -41,10 +41,12 @@ Bstr text_property(IDispatch* object, const wchar_t* name) {
     return automation::to_text(automation::get_property(object, name));
 }
 
-Bstr error_message(IDispatch* error, const Variant& line_number) {
+// Answers the line number, too, as the error gave it.
+Bstr error_message(IDispatch* error, Variant& line_number) {
     const Bstr description = text_property(error, L"Description");
     const Bstr item = text_property(error, L"Item");
     const Bstr source = text_property(error, L"Source");
+    line_number = automation::get_property(error, L"LineNr");
     const Bstr number = automation::to_text(line_number);
     const Bstr line = text_property(error, L"LineText");
     return Bstr(script_error_message(
@@ -67,10 +69,11 @@ bool run_script(ScriptEngine& engine, std::wstring_view script, IDispatch* objec
 // The user sees the message before the line number is taken as a number.
 void VexScript::on_script_error(IDispatch* error) noexcept {
     guarded(script_error, [&] {
-        const Variant line_number = automation::get_property(error, L"LineNr");
+        const ComPtr<IDispatch> control = edit_control_;  // the host may set another one meanwhile
+        Variant line_number;
         const Bstr message = error_message(error, line_number);
         show_message(message.view(), style_ok, message_title);
-        mark_failing_line(edit_control_.get(), line_number);
+        mark_failing_line(control.get(), line_number);
         last_error_text_ = message;
     });
 }
@@ -78,7 +81,8 @@ void VexScript::on_script_error(IDispatch* error) noexcept {
 dom::Document VexScript::execute(std::wstring_view text) noexcept {
     return guarded_result<dom::Document>(execute_script, [&](dom::Document& result) {
         std::wstring script(text);
-        if (script.empty() && edit_control_) script = script_in(edit_control_.get());
+        if (const ComPtr<IDispatch> control = edit_control_; script.empty() && control)
+            script = script_in(control.get());
         script = trim_blanks(std::wstring_view(script));
         if (!script.empty()) result = run(script);
     });

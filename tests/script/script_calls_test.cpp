@@ -21,10 +21,10 @@ ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
 ScriptEngine.CodeObject "VexScriptRun"
 CodeObject.GetIDsOfNames "DoVex"
 CodeObject.Invoke ()
-ScriptError.get_LineNr
 ScriptError.get_Description
 ScriptError.get_Item
 ScriptError.get_Source
+ScriptError.get_LineNr
 ScriptError.get_LineText
 Service.ShowMessage "Error: Division by zero\nItem: VexScriptRun\nSource: Microsoft VBScript runtime error\nLine 3: x = 1 / 0", 0, "ScriptError"
 )";

@@ -15,11 +15,12 @@ inline std::string content_of(const std::filesystem::path& path) {
 }
 
 // A listing that differs is saved beside the test programs.
-inline void check_listing(const std::wstring& name, const std::string& listing) {
-    if (listing == content_of(test_data(L"server/contract/" + name))) return;
+inline void check_listing(const std::wstring& name, const std::string& listing,
+                          const std::wstring& folder = L"server/contract/") {
+    if (listing == content_of(test_data(folder + name))) return;
     const std::filesystem::path saved = std::filesystem::absolute(name);
     std::ofstream(saved, std::ios::binary) << listing;
-    const std::wstring advice = L"tests/server/contract/" + name +
+    const std::wstring advice = L"tests/" + folder + name +
                                 L" lists something else; when the change is meant, copy " +
                                 saved.wstring() + L" there";
     FAIL_CHECK(advice);

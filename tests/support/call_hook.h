@@ -23,6 +23,8 @@ class CallHook {
         watcher_->left = n;
         watcher_->act = std::move(act);
     }
+    // What it refers to may go.
+    void let_go() { watcher_->act = nullptr; }
     // False when there were not as many calls.
     bool has_acted() const noexcept { return watcher_->left <= 0; }
 
@@ -32,7 +34,7 @@ class CallHook {
         std::function<void()> act;
 
         STDMETHODIMP Called(long, long) override {
-            if (--left == 0) act();
+            if (--left == 0 && act) act();
             return S_OK;
         }
         STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
