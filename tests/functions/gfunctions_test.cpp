@@ -139,6 +139,8 @@ TEST_CASE_FIXTURE(HostFunctionsFixture, "units are found on attributes only") {
     CHECK(unit(attribute.get(), L"MBar") == L"PRESSURE.MBAR");
     CHECK(unit(attribute.get(), L"psi") == L"");
     CHECK(unit(pump.get(), L"bar") == L"");
+    call(kit, &IHostKit::FailCall, 9L, long{S_FALSE});  // the first match has no text: no other
+    CHECK(unit(attribute.get(), L"pA") == L"");
     CHECK(error_count() == 0);
     CHECK(unit(nullptr, L"bar") == L"");
     CHECK(error(1) == L"Tessera.GFunctions|Public Function 'GetKelosPhysUnit'");

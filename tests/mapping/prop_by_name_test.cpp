@@ -2,18 +2,17 @@
 
 #include "mapping/prop_by_name.h"
 
-#include "support/com_fixture.h"
+#include "support/watched_host.h"
 
 using automation::Bstr;
 using automation::call;
 using automation::ComPtr;
 using automation::Variant;
 using tessera::PropByName;
-using test::ProjectFixture;
 
 namespace {
 
-class ExpressionFixture : public ProjectFixture {
+class ExpressionFixture : public test::WatchedProject {
   public:
     ComPtr<PropByName> evaluator = automation::make<PropByName>();
 
@@ -58,6 +57,8 @@ TEST_CASE_FIXTURE(ExpressionFixture, "what fails is reported and marked in the r
     }
     CHECK(assign(L"SystemUID = \"x\"").text() == L"<< Error >>");
     CHECK(error(++reports) == L"Tessera.PropByName|Public Function 'SetValueByExpression'");
+    CHECK(evaluator->get_CurrentObject(nullptr) == S_OK);
+    CHECK(error(++reports) == L"Tessera.PropByName|Public Property Get 'CurrentObject'");
     CHECK(error_count() == reports);
     CHECK(message_count() == 0);  // the engine says nothing of its own
 }
@@ -65,7 +66,16 @@ TEST_CASE_FIXTURE(ExpressionFixture, "what fails is reported and marked in the r
 TEST_CASE_FIXTURE(ExpressionFixture, "a statement is run as it comes, line breaks included") {
     const auto pump = object(L"Anlage|Pumpe");
     evaluator->put_CurrentObject(pump.get());
+    log_calls();
     CHECK(assign(L" Description = \"neu\" ").vt == VT_EMPTY);
+    CHECK(calls({L"Engine"}) ==
+          LR"(
+new KelosScript.Engine
+ScriptEngine.put_ReportErrors False
+ScriptEngine.AddModule "Glob", ITesseraPropByName, True
+ScriptEngine.AddModule "SetProp", ITesseraPropByName, False
+ScriptEngine.CodeObject "SetProp"
+)");
     CHECK(evaluate(L"Description").text() == L"neu");
     CHECK(assign(L"Description = \"a\"\r\nCurrentObject.Description2 = \"b\"").vt == VT_EMPTY);
     CHECK(evaluate(L"Description & CurrentObject.Description2").text() == L"ab");
