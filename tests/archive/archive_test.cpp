@@ -1,6 +1,9 @@
 // Tests of internals: items and titles of an archive, what cannot be written or read.
 
 #include "archive/xml_publics.h"
+
+#include <array>
+
 #include "automation/conversion.h"
 #include "support/com_fixture.h"
 
@@ -69,6 +72,23 @@ int children_named(const dom::Node& parent, const wchar_t* name) {
     for (auto node = dom::child_named(parent, name); node; node = dom::sibling_named(node, name))
         ++count;
     return count;
+}
+
+template <class... Arguments>
+HRESULT STDMETHODCALLTYPE refuse(void*, Arguments...) {
+    return E_ACCESSDENIED;
+}
+
+// Calls while one member of the element refuses, which is known by its place in the interface.
+template <class Refuse, class Call>
+void with_refusal(const dom::Node& element, std::size_t place, Refuse* refusal, Call&& call) {
+    void**& table = *reinterpret_cast<void***>(element.get());
+    std::array<void*, 52> members;
+    std::copy_n(table, members.size(), members.begin());
+    members[place] = reinterpret_cast<void*>(refusal);
+    void** const own_table = std::exchange(table, members.data());
+    call();
+    table = own_table;
 }
 
 }  // namespace
@@ -232,13 +252,18 @@ TEST_CASE_FIXTURE(ArchiveFixture, "data that does not convert to its type is an 
 TEST_CASE_FIXTURE(ArchiveFixture,
                   "numbers of every size survive in the user's locale, whatever that is") {
     ArchiveNode title = this->title();
+    wchar_t separator[4];
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator, 4);
     for (const double number : {0.1, -1234.5, 1.25e-7, 6.02214076e+23, 1e300}) {
         CAPTURE(number);
-        written(title, Variant(number));
+        CHECK((written(title, Variant(number)).find(separator) != std::wstring::npos) ==
+              (number < 1e300));
         CHECK(XML_ReadItem(title.node(), L"Item").dblVal == doctest::Approx(number).epsilon(1e-12));
-        written(title, of_type(VT_R4, Variant(number > 1e38 ? 1e38 : number)));
-        CHECK(XML_ReadItem(title.node(), L"Item").vt == VT_R4);
+        const double single = std::min(number, 1e38);
+        written(title, of_type(VT_R4, Variant(single)));
+        CHECK(XML_ReadItem(title.node(), L"Item").fltVal == doctest::Approx(single).epsilon(1e-6));
     }
+    CHECK(written(title, Variant(L"1.5E3")) == L"String|1.5E3");
     CHECK(error_count() == 0);
 }
 
@@ -308,5 +333,25 @@ TEST_CASE_FIXTURE(ArchiveFixture,
     const auto text = automation::get(document, &IXMLDOMDocument::createTextNode, Bstr(L"x").get());
     ArchiveNode text_node(automation::ComPtr<IXMLDOMText>(text).get());
     CHECK_FALSE(XML_WriteItem(text_node, L"Item"_bstr, Variant(1L)));
-    CHECK(error_count() == 2);
+    CHECK(error(2) == L"Tessera.XMLPublics|Public Function 'XML_WriteItem'");
+    XML_WriteAttribute(owner, L"Version"_bstr, Variant(1L));  // a document has none
+    CHECK(error(3) == L"Tessera.XMLPublics|Private Function 'XML_WriteAttribute'");
+    CHECK(error_count() == 3);
+}
+
+TEST_CASE_FIXTURE(ArchiveFixture, "what the parser refuses is reported by whoever asked it") {
+    const dom::Node element = title().node();
+    constexpr std::size_t get_first_child = 13;
+    with_refusal(element, get_first_child, &refuse<IXMLDOMNode**>, [&] {
+        CHECK_FALSE(XML_GetItemNode(element, L"Item"));
+        CHECK_FALSE(XML_GetTitleNode(element, L"Other", {}, true));
+    });
+    constexpr std::size_t get_attribute = 44;
+    with_refusal(element, get_attribute, &refuse<BSTR, VARIANT*>,
+                 [&] { CHECK(XML_GetVersion(element) == 0); });
+    CHECK(error(1) == L"Tessera.XMLPublics|Public Function 'XML_GetItemNode'");
+    CHECK(error(2) == L"Tessera.XMLPublics|Public Function 'XML_GetTitleNode'");
+    CHECK(error(3) == L"Tessera.XMLPublics|Private Function 'GetXMLAttributeValue'");
+    CHECK(error_count() == 3);
+    CHECK(message_count() == 0);
 }

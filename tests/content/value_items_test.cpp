@@ -1,44 +1,11 @@
 // Through the DLL: the list of values and its items.
 
 #include "automation/object.h"
-#include "support/com_fixture.h"
+#include "support/transcript.h"
 
 using namespace test;
 
 namespace {
-
-class ItemsFixture : public ComFixture {
-  public:
-    ComPtr<ITesseraValueItems> items = create<ITesseraValueItems>(L"Tessera.ValueItems");
-
-    static ComPtr<ITesseraValueItem> item(const wchar_t* value) {
-        auto result = create<ITesseraValueItem>(L"Tessera.ValueItem");
-        call(result, &ITesseraValueItem::put_Value, uccDefault,
-             static_cast<VARIANT>(Variant(value)));
-        return result;
-    }
-    long add(const wchar_t* value, long index) {
-        return get(items, &ITesseraValueItems::Add, item(value).get(), index);
-    }
-    long count() { return get(items, &ITesseraValueItems::get_Count); }
-    // The items' values, one after the other.
-    std::wstring values() {
-        std::wstring result;
-        for (long i = 1; i <= count(); ++i)
-            result += value_of(get(items, &ITesseraValueItems::get_Item, i));
-        return result;
-    }
-    static std::wstring value_of(const ComPtr<ITesseraValueItem>& item) {
-        return std::wstring(get(item, &ITesseraValueItem::get_Value, uccDefault).text());
-    }
-    ComPtr<ITesseraValueItem> remove(const Variant& ident) {
-        return get(items, &ITesseraValueItems::Remove, static_cast<VARIANT>(ident));
-    }
-};
-
-std::wstring text(const Variant& value) {
-    return std::wstring(value.text());
-}
 
 // Somebody else's value item.
 class ForeignItem : public automation::Object<ForeignItem, ITesseraValueItem> {
@@ -55,77 +22,71 @@ class ForeignItem : public automation::Object<ForeignItem, ITesseraValueItem> {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(ItemsFixture, "items are inserted before a position or appended") {
-    CHECK(add(L"a", 5) == 1);  // the empty list takes every position
-    CHECK(add(L"b", -1) == 2);
-    CHECK(add(L"c", 3) == 3);  // beyond the end
-    CHECK(add(L"d", 2) == 2);
-    CHECK(add(L"e", 0) == 1);
-    CHECK(add(L"f", -2) == 1);
-    CHECK(add(L"g", 6) == 6);
-    CHECK(values() == L"feadbgc");
-    for (const long position : {-1L, 0L, 8L})
-        CHECK_FALSE(get(items, &ITesseraValueItems::get_Item, position));
+TEST_CASE_FIXTURE(ComFixture, "a list takes items at positions, and gives them back") {
+    check_transcript(
+        LR"(
+    Set L = Make("Tessera.ValueItems")
+    Function Item(Text) : Set Item = Make("Tessera.ValueItem") : Item.Value(0) = Text : End Function
+    Function Add(Text, Index) : Add = L.Add(Item(Text), Index) : End Function
+    Function Values() : For N = 1 To L.Count : Values = Values & L.Item(N).Value(0) : Next : _
+        End Function
+    ' The empty list takes every position.
+    ? Add("a", 5) -> 1
+    ? Add("b", -1) -> 2
+    ? Add("c", 3) -> 3
+    ? Add("d", 2) -> 2
+    ? Add("e", 0) -> 1
+    ? Add("f", -2) -> 1
+    ? Add("g", 6) -> 6
+    ? Values -> feadbgc
+    ? L.Item(-1) -> Nothing
+    ? L.Item(0) -> Nothing
+    ? L.Item(8) -> Nothing
+    ? L.Add(Nothing, 7) -> 7
+    ' What reads as a number is a position.
+    ? L.Remove("2").Value(0) -> e
+    ? L.Remove(2.5).Value(0) -> a
+    ? L.Remove(" 1 ").Value(0) -> f
+    ? L.Remove(True) -> Nothing
+    ? L.Remove(Empty) -> Nothing
+    ? L.Remove("x") -> Nothing
+    ? L.Remove(99) -> Nothing
+    ? Values -> dbgc
+    ' An item is removed at the first place that holds it.
+    Set Twice = Item("x")
+    ? L.Add(Twice, 2) -> 2
+    ? L.Add(Twice) -> 6
+    ? L.Remove(Twice) Is Twice -> True
+    ? L.Remove(Item("x")) -> Nothing
+    ? L.Remove(L) -> Nothing
+    ? L.Remove(Nothing) -> Nothing
+    ? Values -> dbgcx
+    ' The display text is given in host form, the value as it is.
+    Set Added = L.AddNew("1" & vbCrLf & "2", "a" & vbCrLf & "b", 1031)
+    ? Added Is L.Item(6) -> True
+    ? Added.LCID -> 1031
+    ? Added.Value(0) = "1" & vbCrLf & "2" -> True
+    ? Added.DisplayValue(0) = "a" & vbLf & "b" -> True
+    ? L.AddNew(1, 2, 0, 0, 0, 1) Is L.Item(1) -> True
+    )",
+        {});
     CHECK(error_count() == 0);
 }
 
-TEST_CASE_FIXTURE(ItemsFixture, "nothing is not inserted, and somebody else's item is refused") {
-    CHECK(get(items, &ITesseraValueItems::Add, static_cast<ITesseraValueItem*>(nullptr), 7L) == 7);
-    CHECK(error_count() == 0);
+TEST_CASE_FIXTURE(ComFixture,
+                  "somebody else's item is refused, as is a number beyond all positions") {
+    const auto items = create<ITesseraValueItems>(L"Tessera.ValueItems");
     const ComPtr<ITesseraValueItem> foreign = automation::make<ForeignItem>()->main_pointer();
     CHECK(get(items, &ITesseraValueItems::Add, foreign.get(), 7L) == 7);
-    CHECK(error(1) == L"Tessera.ValueItems|Public Function 'Add'");
     CHECK(error_code(1) == DISP_E_TYPEMISMATCH);
-    CHECK(count() == 0);
+    CHECK_FALSE(get(items, &ITesseraValueItems::Remove, static_cast<VARIANT>(Variant(1e10))));
+    CHECK(error_code(2) == DISP_E_OVERFLOW);
+    CHECK(get(items, &ITesseraValueItems::get_Count) == 0);
 }
 
-TEST_CASE_FIXTURE(ItemsFixture,
-                  "items are removed by position, in every form that reads as a number") {
-    for (const wchar_t* value : {L"a", L"b", L"c", L"d", L"e", L"f"})
-        add(value, -1);
-    CHECK(value_of(remove(Variant(L"2"))) == L"b");
-    CHECK(value_of(remove(Variant(2.5))) == L"c");  // half to even
-    CHECK(value_of(remove(Variant(L" 1 "))) == L"a");
-    CHECK_FALSE(remove(Variant(true)));  // -1
-    CHECK_FALSE(remove(Variant()));      // 0
-    CHECK_FALSE(remove(Variant(L"x")));
-    CHECK_FALSE(remove(Variant(99L)));
-    CHECK(values() == L"def");
-    CHECK(error_count() == 0);
-    CHECK_FALSE(remove(Variant(1e10)));
-    CHECK(error(1) == L"Tessera.ValueItems|Public Function 'Remove'");
-    CHECK(error_code(1) == DISP_E_OVERFLOW);
-}
-
-TEST_CASE_FIXTURE(ItemsFixture, "an item is removed by itself, at the first place that holds it") {
-    const auto twice = item(L"x");
-    add(L"a", -1);
-    get(items, &ITesseraValueItems::Add, twice.get(), -1L);
-    add(L"b", -1);
-    get(items, &ITesseraValueItems::Add, twice.get(), -1L);
-    CHECK(remove(Variant(twice.get())) == twice);
-    CHECK(values() == L"abx");
-    CHECK_FALSE(remove(Variant(item(L"x").get())));  // equal, but not the same
-    CHECK_FALSE(remove(Variant(items.get())));
-    CHECK_FALSE(remove(Variant(static_cast<IDispatch*>(nullptr))));
-    CHECK(values() == L"abx");
-}
-
-TEST_CASE_FIXTURE(ItemsFixture,
-                  "a new item takes the display text in host form, the value as it is") {
-    const auto added =
-        get(items, &ITesseraValueItems::AddNew, static_cast<VARIANT>(Variant(L"1\r\n2")),
-            static_cast<VARIANT>(Variant(L"a\r\nb")), short{1031}, uccDefault, uccVBString, -1L);
-    CHECK(get(added, &ITesseraValueItem::get_LCID) == 1031);
-    CHECK(text(get(added, &ITesseraValueItem::get_Value, uccDefault)) == L"1\r\n2");
-    CHECK(text(get(added, &ITesseraValueItem::get_DisplayValue, uccDefault)) == L"a\nb");
-    CHECK(text(get(added, &ITesseraValueItem::get_DisplayValue, uccMSOfficeString)) == L"a\nb");
-    CHECK(text(get(added, &ITesseraValueItem::get_DisplayValue, uccVBString)) == L"a\r\nb");
-    CHECK(count() == 1);
-}
-
-TEST_CASE_FIXTURE(ItemsFixture, "an item keeps objects by reference, what references refer to") {
-    const auto holder = item(L"");
+TEST_CASE_FIXTURE(ComFixture, "an item keeps objects by reference, what references refer to") {
+    const auto items = create<ITesseraValueItems>(L"Tessera.ValueItems");
+    const auto holder = create<ITesseraValueItem>(L"Tessera.ValueItem");
     const ULONG before = test::reference_count(items.get());
     const Variant object(items.get());
     call(holder, &ITesseraValueItem::putref_Value, uccVBString, static_cast<VARIANT>(object));
@@ -139,29 +100,27 @@ TEST_CASE_FIXTURE(ItemsFixture, "an item keeps objects by reference, what refere
     reference.pvarVal = &inner;
     call(holder, &ITesseraValueItem::put_Value, uccDefault, reference);
     VariantClear(&inner);
-    CHECK(value_of(holder) == L"later");
+    CHECK(get(holder, &ITesseraValueItem::get_Value, uccDefault).text() == L"later");
     CHECK(test::reference_count(items.get()) == before + 1);
 }
 
-TEST_CASE_FIXTURE(ItemsFixture, "a new locale re-reads the texts under its code page") {
-    const std::tuple<short, short, const wchar_t*, const wchar_t*> rows[] = {
-        {0, 1049, L"\xE4\r\n", L"\xE4\n"},       // from 0: line breaks only
-        {1031, 1049, L"\xE4", L"\x0434"},        // the byte 0xE4, read as Cyrillic
-        {1049, 0, L"\x0434", L"\xE4"},           // the system's code page
-        {1049, -1, L"\x0434", L"\xE4"},          // as well
-        {1031, 1041, L"\x0192\x41", L"\x30A2"},  // two bytes of one character
-        {1041, 1031, L"\x30A2", L"\x0192\x41"}, {1031, 1033, L"\x0100", L"A"},  // the best fit
-    };
-    for (const auto& [from, to, text, expected] : rows) {
-        const auto holder = item(text);
+TEST_CASE_FIXTURE(ComFixture, "a new locale re-reads the texts under its code page") {
+    const auto reread = [](short from, short to, const wchar_t* text) {
+        const auto holder = create<ITesseraValueItem>(L"Tessera.ValueItem");
         call(holder, &ITesseraValueItem::put_LCID, from);
+        call(holder, &ITesseraValueItem::put_Value, uccDefault,
+             static_cast<VARIANT>(Variant(text)));
         call(holder, &ITesseraValueItem::put_LCID, to);
-        CHECK(value_of(holder) == expected);
-    }
+        return std::wstring(get(holder, &ITesseraValueItem::get_Value, uccDefault).text());
+    };
+    CHECK(reread(0, 1049, L"\xE4\r\n") == L"\xE4\n");       // from 0: line breaks only
+    CHECK(reread(1031, 1049, L"\xE4") == L"\x0434");        // the byte 0xE4, read as Cyrillic
+    CHECK(reread(1049, 0, L"\x0434") == L"\xE4");           // the system's code page
+    CHECK(reread(1049, -1, L"\x0434") == L"\xE4");          // as well
+    CHECK(reread(1031, 1041, L"\x0192\x41") == L"\x30A2");  // two bytes of one character
+    CHECK(reread(1041, 1031, L"\x30A2") == L"\x0192\x41");
+    CHECK(reread(1031, 1033, L"\x0100") == L"A");  // the best fit
     CHECK(error_count() == 0);
-    const auto holder = item(L"\xE4");
-    call(holder, &ITesseraValueItem::put_LCID, short{1031});
-    call(holder, &ITesseraValueItem::put_LCID, short{0x7FFF});  // no such locale
+    CHECK(reread(1031, 0x7FFF, L"\xE4") == L"\xE4");  // no such locale
     CHECK(error(1) == L"Tessera.GFunctions|Friend Function 'GetOfficeFromOffice'");
-    CHECK(value_of(holder) == L"\xE4");
 }

@@ -153,6 +153,8 @@ TEST_CASE_FIXTURE(HostFunctionsFixture, "units are found on attributes only") {
     CHECK(unit(attribute.get(), L"\tPa") == L"");           // only blanks are trimmed
     CHECK(unit(attribute.get(), L"psi") == L"");
     CHECK(unit(pump.get(), L"bar") == L"");
+    call(kit, &IHostKit::FailCall, 9L, long{S_FALSE});  // the first match has no text: no other
+    CHECK(unit(attribute.get(), L"pA") == L"");
     CHECK(error_count() == 0);
     CHECK(unit(nullptr, L"bar") == L"");
     // What was found counts although a later one fails.

@@ -18,13 +18,17 @@ std::wstring shown(const Variant& value) {
                          : L"Nothing";
 }
 
-// The lines that say something, without their indentation.
+// The lines that say something, without their indentation; those that " _" continues as one.
 std::vector<std::wstring> lines_of(const std::wstring& transcript) {
     std::vector<std::wstring> lines;
     std::wistringstream text(transcript);
-    for (std::wstring line; std::getline(text, line);)
-        if (const auto first = line.find_first_not_of(L' '); first != line.npos)
-            lines.push_back(line.substr(first));
+    for (std::wstring line; std::getline(text, line);) {
+        line.erase(0, line.find_first_not_of(L' '));
+        if (!lines.empty() && lines.back().ends_with(L" _"))
+            lines.back().replace(lines.back().size() - 1, 1, line);
+        else if (!line.empty())
+            lines.push_back(line);
+    }
     return lines;
 }
 

@@ -15,7 +15,8 @@ using ScriptObjects = std::map<std::wstring, IDispatch*>;
 //     ? expression -> its value; Nothing, Empty, [the type of an object]
 //     statement
 //     either       -> ! description of the error that it ends with
-// Besides the given objects scripts have Make("Program.Name").
+// A line that ends in " _" goes on in the next. Besides the given objects scripts have
+// Make("Program.Name").
 void check_transcript(const std::wstring& transcript, const ScriptObjects& objects);
 
 }  // namespace test
