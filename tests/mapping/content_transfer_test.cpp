@@ -223,31 +223,6 @@ TEST_CASE_FIXTURE(MappingFixture, "no object is an error of the row, and the nex
     CHECK(error_count() == 2);
 }
 
-TEST_CASE_FIXTURE(MappingFixture,
-                  "wherever the host fails, the row's item is not built or complete") {
-    const auto source = pump();
-    content(source, {.property = L"Description"});  // creates what is kept between rows
-    call(kit, &IHostKit::FailCall, 0L, 0L);
-    content(source, {.property = L"Description"});
-    const long calls = get(kit, &IHostKit::get_CountedCalls);
-    REQUIRE(calls > 10);
-    for (long failing = 1; failing <= calls; ++failing) {
-        CAPTURE(failing);
-        call(service(), &IHostKitService::Clear);
-        const std::size_t before = contents().size();
-        call(kit, &IHostKit::FailCall, failing, static_cast<long>(E_ACCESSDENIED));
-        content(source, {.property = L"Description"});
-        CHECK(error_count() == 1);
-        CHECK(error_code(1) == E_ACCESSDENIED);
-        const bool by_row = error(1) == L"Tessera.SCGlobal|Public Sub 'Content'";
-        CHECK(contents().size() == before + (by_row ? 0 : 1));
-    }
-    call(kit, &IHostKit::FailCall, 0L, 0L);
-    const std::size_t before = contents().size();
-    content(source, {.property = L"Description"});
-    CHECK(contents().size() == before + 1);
-}
-
 TEST_CASE_FIXTURE(MappingFixture, "a query document is expanded cell by cell, both ways") {
     content(document(L"Liste"),
             {.pointer = L"Q!Y5", .property = L"ignored", .mode = L"O", .all_numeric = true});
@@ -367,21 +342,6 @@ TEST_CASE_FIXTURE(MappingFixture, "the context answers what a script asks for") 
     CHECK_FALSE(get(global_, &ITesseraSCGlobal::get_MappingTableExcel));
     CHECK(get(global_, &ITesseraSCGlobal::ExcelABC, 703L).view() == L"AAA");
     CHECK(error_count() == 0);
-}
-
-TEST_CASE_FIXTURE(MappingFixture, "a document whose table fails to answer is passed over") {
-    const auto with_table = document(L"Datenblatt");
-    call(kit, &IHostKit::FailCall, 0L, 0L);
-    global->set_document(with_table);
-    const long calls = get(kit, &IHostKit::get_CountedCalls);
-    for (long failing = 1; failing <= calls; ++failing) {
-        call(kit, &IHostKit::FailCall, failing, static_cast<long>(E_FAIL));
-        global->set_document(with_table);
-        CHECK(error_count() <= 1);
-        if (error_count() == 1)
-            CHECK(error(1) == L"Tessera.SCGlobal|Private sub 'SetMappingTable'");
-        call(service(), &IHostKitService::Clear);
-    }
 }
 
 TEST_CASE_FIXTURE(MappingFixture, "the options end the document, and their writing is traced") {

@@ -14,6 +14,7 @@ TEST_CASE("the design lies on whole pixels at 96 pixels per inch") {
 
 TEST_CASE("the two directions have resolutions of their own, halves are rounded up") {
     CHECK(to_pixels(client_area, {120, 144}) == Size{540, 83});
+    CHECK(to_pixels(client_area, {1440, 1440}) == Size{6480, 825});  // a pixel is a twip
     CHECK(to_pixels(progress_bar, {72, 192}) == Place{6, 62, 235, 38});
     CHECK(to_pixels(0, 96) == 0);
     CHECK(to_pixels(7, 96) == 0);

@@ -325,22 +325,6 @@ UIService.ConnectControls ITesseraPrgFrm, IHostKitWpfBridge
     CHECK(take_errors() == L"Tessera.PrgFrm|Property IKelosVBUsercontrol_WPFControl\n");
 }
 
-TEST_CASE_FIXTURE(ProgressFixture, "an embedding that fails is reported") {
-    start();
-    const auto control = form_as<IKelosVBUsercontrol>();
-    fail(L"UIService.ConnectControls");
-    CHECK_FALSE(get(control, &IKelosVBUsercontrol::get_WPFControl));
-    fail(L"UIService.RefreshControls");
-    call(control, &IKelosVBUsercontrol::UpdateLayout);
-    fail(L"WorksetObject.putref_OuterUndoState");
-    const auto bridge = get(control, &IKelosVBUsercontrol::get_WPFControl);
-    call(bridge.as<IHostKitWpfBridge>(), &IHostKitWpfBridge::GainFocus);
-    CHECK(take_errors() ==
-          L"Tessera.PrgFrm|Property IKelosVBUsercontrol_WPFControl\n"
-          L"Tessera.PrgFrm|Sub IKelosVBUsercontrol_UpdateLayout\n"
-          L"Tessera.PrgFrm|Private Sub 'm_UC_WPFGotFocus'\n");
-}
-
 TEST_CASE_FIXTURE(ProgressFixture,
                   "only the form's own messages are handled, and a quit is left alone") {
     percentage(10);

@@ -145,37 +145,3 @@ TEST_CASE_FIXTURE(HostFixture, "a long walk keeps its memory and its number of c
     CHECK(at_end());
     CHECK(error_count() == 0);
 }
-
-TEST_CASE_FIXTURE(HostFixture, "every call of the host may fail once, and every walk ends") {
-    const auto walk = [&] {
-        open(L"Plan");
-        get(content, &ITesseraQContent::XMLColumns);
-        int rows = 0;
-        for (; !at_end() && rows < 100; ++rows) {
-            get(content, &ITesseraQContent::XMLRow);
-            text(1);
-            cursor->MoveNext();
-        }
-        CHECK(at_end());
-        return rows;
-    };
-    const auto query = run_query(L"Plan");
-    call(kit, &IHostKit::FailCall, 0L, S_OK);
-    const int all_rows = walk();
-    CHECK(all_rows == 8);
-    const long calls = get(kit, &IHostKit::get_CountedCalls);
-    // The first call after FailCall is the query's Run, of the walk's caller.
-    for (long n = 3; n <= calls; ++n) {
-        CAPTURE(n);
-        call(service(), &IHostKitService::Clear);
-        call(kit, &IHostKit::FailCall, n, E_ACCESSDENIED);
-        walk();
-        CHECK(error_count() >= 1);
-        for (long i = 1; i <= error_count(); ++i)
-            CHECK(error_code(i) == E_ACCESSDENIED);
-    }
-    call(kit, &IHostKit::FailCall, 0L, S_OK);
-    call(service(), &IHostKitService::Clear);
-    CHECK(walk() == all_rows);
-    CHECK(error_count() == 0);
-}

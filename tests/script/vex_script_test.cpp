@@ -87,14 +87,6 @@ TEST_CASE_FIXTURE(RunnerFixture, "an empty script is not run, one without a docu
     CHECK(error_count() == 0);
 }
 
-TEST_CASE_FIXTURE(RunnerFixture, "an engine that cannot be used is reported") {
-    call(service(), &IHostKitService::FailService, static_cast<long>(E_FAIL));
-    CHECK_FALSE(execute(L"Sub DoVex()\r\nEnd Sub"));  // not even the report arrives
-    call(service(), &IHostKitService::FailService, 0L);
-    CHECK(error_count() == 0);
-    CHECK(execute(L"Sub DoVex()\r\nEnd Sub"));
-}
-
 TEST_CASE_FIXTURE(RunnerFixture,
                   "an error ends in one message, and marks its line in a plain text box") {
     use(document(L"Leer"));
