@@ -49,9 +49,8 @@ Variant invoke(IDispatch* object, DISPID member, WORD kind, Arguments arguments)
     ExceptionInfo exception;
     UINT bad_argument = 0;
     const ComPtr<IDispatch> keep = require(object);
-    const HRESULT code =
-        keep->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
-                                puts ? nullptr : &result, &exception, &bad_argument);
+    const HRESULT code = keep->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
+                                      puts ? nullptr : &result, &exception, &bad_argument);
     if (code == DISP_E_EXCEPTION) raise(exception);
     check(code);
     return result;

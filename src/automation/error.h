@@ -16,6 +16,7 @@ inline constexpr HRESULT error_object_variable_not_set = static_cast<HRESULT>(0x
 inline constexpr HRESULT error_subscript_out_of_range = DISP_E_BADINDEX;
 inline constexpr HRESULT error_type_mismatch = DISP_E_TYPEMISMATCH;
 inline constexpr HRESULT error_overflow = DISP_E_OVERFLOW;
+inline constexpr HRESULT error_out_of_stack_space = CTL_E_OUTOFSTACKSPACE;
 
 // A failure: its code, what happened in words, and who said so (empty when nobody did).
 class Error : public std::exception {

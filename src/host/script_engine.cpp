@@ -1,5 +1,8 @@
 #include "host/script_engine.h"
 
+#include <string>
+
+#include "automation/thread_slot.h"
 #include "host/program_names.h"
 
 namespace tessera {
@@ -17,10 +20,28 @@ constexpr DISPID id_evaluate = 9;
 constexpr DISPID id_add_module = 12;
 constexpr DISPID id_code_object = 15;
 
+// Engines live as long as their scripts run: those of a thread are inside each other.
+constexpr int max_engines = 32;
+
+struct EngineCount {
+    int engines = 0;
+};
+
+int* enter() {
+    int& engines = automation::ThreadOwn<EngineCount>::get().engines;
+    if (engines == max_engines)
+        automation::fail(
+            automation::error_out_of_stack_space,
+            L"Scripts run more than " + std::to_wstring(max_engines) + L" deep inside each other");
+    ++engines;
+    return &engines;
+}
+
 }  // namespace
 
 ScriptEngine::ScriptEngine()
-    : engine_(automation::create_object<IDispatch>(program_names::script_engine)) {}
+    : engines_(enter()),
+      engine_(automation::create_object<IDispatch>(program_names::script_engine)) {}
 
 void ScriptEngine::set_reports_errors(bool reports) {
     const Variant value(reports);

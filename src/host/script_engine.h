@@ -1,6 +1,8 @@
 // The host script engine, which is addressed by dispatch id.
 #pragma once
 
+#include <memory>
+
 #include "automation/dispatch.h"
 
 namespace tessera {
@@ -8,6 +10,8 @@ namespace tessera {
 // One engine of its own; dropped with this object. Every member throws what the engine reports.
 class ScriptEngine {
   public:
+    // Throws when the thread has too many engines already: a script that runs scripts, or whose
+    // expressions do, would exhaust the stack.
     ScriptEngine();
 
     // Whether the engine shows script errors itself; otherwise its sink gets them, if it has one.
@@ -22,6 +26,12 @@ class ScriptEngine {
     automation::Variant run(const wchar_t* module_name, const wchar_t* procedure);
 
   private:
+    struct Leave {
+        void operator()(int* engines) const noexcept { --*engines; }
+    };
+
+    // The thread's number of engines, this one among them.
+    std::unique_ptr<int, Leave> engines_;
     automation::ComPtr<IDispatch> engine_;
 };
 

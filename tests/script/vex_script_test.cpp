@@ -127,6 +127,18 @@ TEST_CASE_FIXTURE(RunnerFixture,
     CHECK(message(2) == unexpected_error);
 }
 
+TEST_CASE_FIXTURE(RunnerFixture,
+                  "a script that runs itself is stopped before it exhausts the stack") {
+    const wchar_t script[] =
+        L"Sub DoVex()\r\nVexScriptRun.Execute "
+        L"VexScriptRun.Document.Attributes.Item(\"Vex\").Value(1)\r\nEnd Sub";
+    use(document(L"Gespeichert"));
+    store(document(L"Gespeichert"), script);
+    CHECK(execute(script));
+    CHECK(take_errors() == L"Tessera.VexScript|Public Function 'Execute'\n");
+    CHECK(execute(L"Sub DoVex()\r\nEnd Sub"));
+}
+
 TEST_CASE_FIXTURE(RunnerFixture, "a stored script survives every failure of the host") {
     const auto sheet = document(L"Datenblatt");  // it shows a mapping table
     const wchar_t mine[] = L"Sub DoVex()\r\n'mine\r\nEnd Sub";
