@@ -126,6 +126,9 @@ TEST_CASE_FIXTURE(ComFixture,
         {"<generate rows='2147483647'><row cell='A1' value=''/><row cell='B1' "
          "value=''/></generate>",
          L"there are more rows than can be counted"},
+        {"<generate rows='2147483646'><row cell='A1' value=''/></generate><row cell='A2' "
+         "value=''/>",
+         L"there are more rows than can be counted"},
     };
     for (const Faulty& row : rows) {
         CAPTURE(row.text);
