@@ -35,6 +35,8 @@ TEST_CASE_FIXTURE(ComFixture, "a malformed file is refused with its line") {
         {"<!-- only a comment -->", L", line 1: the file ends too early"},
         {"<a>\n<b>\n</a>", L", line 3: an end tag does not match its start tag"},
         {"<a>\n<b>\n", L", line 2: <b> has no end tag"},
+        {"<a>\n<!-- b", L", line 1: <a> has no end tag"},
+        {"<a>\n<![CDATA[b", L", line 1: <a> has no end tag"},
         {"<a>\n<b c=1/></a>", L", line 2: an attribute's value is not in quotation marks"},
         {"<a>\n<b c='1'\n c='2'/></a>", L", line 3: an attribute stands twice"},
         {"<a>\n<b c='1<2'/></a>", L", line 2: there is a \"<\" where none may be"},
@@ -49,6 +51,26 @@ TEST_CASE_FIXTURE(ComFixture, "a malformed file is refused with its line") {
     for (const Faulty& file : files) {
         CAPTURE(file.text);
         CHECK(problem_of(file.text) == file.problem);
+    }
+    CHECK(problem_of(std::string("<a>\n\n<b c='\0'/></a>", 18)) ==
+          L", line 3: there is a null character");
+}
+
+TEST_CASE_FIXTURE(ComFixture,
+                  "whatever a file breaks off in, or has in one place, it is read or refused") {
+    const std::string file = in_project(
+        "<object type='pump' name='&#x50;&amp;'><!-- a --><attribute name='A' "
+        "value='1'/></object>\n"
+        "<document name='D'><script><![CDATA[ x ]]></script></document><?p i?>");
+    // The catalogues before are of the same elements and attributes.
+    for (std::size_t i = file.find("<project"); i < file.size(); ++i) {
+        CAPTURE(i);
+        CHECK(problem_of(file.substr(0, i)) != L"");
+        for (const char character : {'\0', '<', '&', '\'', '>', '-'}) {
+            std::string changed = file;
+            changed[i] = character;
+            problem_of(changed);
+        }
     }
 }
 
