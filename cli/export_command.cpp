@@ -1,5 +1,7 @@
 // tessera export: runs a document's mapping script and writes the content document.
 
+#include <algorithm>
+
 #include "automation/bstr.h"
 #include "automation/dispatch.h"
 #include "cli/commands.h"
@@ -27,6 +29,16 @@ struct Script {
     std::wstring name;    // what an error in it is told of
     std::wstring origin;  // whose it is
 };
+
+// Engines take a null character for a script's end.
+Bstr script_in(const std::wstring& path) {
+    const std::u16string text = read_text_file(path, L"the script");
+    const std::size_t null = text.find(u'\0');
+    if (null == text.npos) return Bstr(text);
+    const auto line = std::ranges::count(std::u16string_view(text).substr(0, null), u'\n') + 1;
+    throw Failure(L"the script \"" + path + L"\" has a null character in line " +
+                  std::to_wstring(line));
+}
 
 class Export {
   public:
@@ -60,8 +72,7 @@ class Export {
         call(runner_, &ITesseraVexScript::putref_WorkSet, project_.workset().get());
         call(runner_, &ITesseraVexScript::putref_Document, chosen_.document.get());
         if (arguments_.script)
-            script_ = {Bstr(read_text_file(*arguments_.script, L"the script")), *arguments_.script,
-                       *arguments_.script};
+            script_ = {script_in(*arguments_.script), *arguments_.script, *arguments_.script};
         else
             script_ = script_of_document();
     }

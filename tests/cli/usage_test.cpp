@@ -72,11 +72,13 @@ TEST_CASE("files that cannot be read or written are refused, and inputs are not 
     place.write(L"marked.vbs",
                 "\xEF\xBB\xBF"
                 "F\xF6rderpumpe");
+    place.write(L"null.vbs", {"Sub DoVex()\n\0End Sub\n", 21});
     place.write(L"ok.vbs", "Sub DoVex()\nEnd Sub\n");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"none.vbs"}), "none.vbs");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"."}), "\".\"");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"half.vbs"}), "UTF-16");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"marked.vbs"}), "UTF-8");
+    check_refused(place.run({L"export", L"p.xml", L"--script", L"null.vbs"}), "line 2");
     check_refused(place.run({L"export", L"p.xml", L"--out", L"no\\such\\folder.xml"}),
                   "folder.xml");
     REQUIRE(CreateHardLinkW((place.folder() / L"link.xml").c_str(),

@@ -100,6 +100,10 @@ TEST_CASE_FIXTURE(ComFixture, "what a project file may not say is refused with i
          L", line 5: there is a second object of its type with the identifier \"1\""},
         {"<attribute name='A' type='double' value='1,5'/>",
          L", line 4: \"1,5\" is no value of the type that is asked for"},
+        {"<attribute name='A' type='double' value='nan'/>",
+         L", line 4: \"nan\" is no value of the type that is asked for"},
+        {"<attribute name='A' type='double' decimals='100' value='1'/>",
+         L", line 4: \"decimals\" is not between 0 and 99"},
         {"<attribute name='A' type='date' value='2026-02-30'/>",
          L", line 4: \"2026-02-30\" is no value of the type that is asked for"},
         {"<attribute name='A' type='colour'/>", L", line 4: there is no value type \"colour\""},
@@ -132,6 +136,14 @@ TEST_CASE_FIXTURE(ComFixture, "what a project file may not say is refused with i
     for (const Faulty& content : contents) {
         CAPTURE(content.text);
         CHECK(problem_of(in_project(content.text)) == content.problem);
+    }
+}
+
+TEST_CASE_FIXTURE(ComFixture, "a unit whose factor is no number is refused") {
+    for (const char* const factor : {"inf", "1/0", "nan(1)", "1e300/1e-300"}) {
+        std::string text = in_project("");
+        text.replace(text.find("5/9"), 3, factor);
+        CHECK(problem_of(text).ends_with(L" is neither a number nor a fraction"));
     }
 }
 
