@@ -26,8 +26,9 @@ namespace {
 
 struct Script {
     Bstr text;
-    std::wstring name;    // what an error in it is told of
-    std::wstring origin;  // whose it is
+    std::wstring name;      // what an error in it is told of
+    std::wstring origin;    // whose it is
+    bool is_files = false;  // it came with the project file
 };
 
 // Engines take a null character for a script's end.
@@ -75,6 +76,7 @@ class Export {
             script_ = {script_in(*arguments_.script), *arguments_.script, *arguments_.script};
         else
             script_ = script_of_document();
+        if (arguments_.no_scripts) forbid_scripts();
     }
 
     // Asking for the script stores the default one where there is none.
@@ -84,7 +86,18 @@ class Export {
             get(runner_, &ITesseraVexScript::GetVexScript, chosen_.document.get(), VARIANT_FALSE);
         const bool is_stored = text.view() == stored.view();
         return {std::move(text), chosen_.name,
-                is_stored ? L"the document's" : L"the default one for mapping tables"};
+                is_stored ? L"the document's" : L"the default one for mapping tables", is_stored};
+    }
+
+    // The default script is the component's own: it runs all the same, and the expressions that it
+    // hands on do not.
+    void forbid_scripts() {
+        if (script_.is_files && !script_.text.empty())
+            throw Failure(L"the document \"" + chosen_.name +
+                          L"\" has a script of its own, which \"--no-scripts\" does not run");
+        const auto& service = project_.service();
+        call(service, &IHostKitService::put_AllowsScripts, VARIANT_FALSE);
+        call(service, &IHostKitService::put_AllowedScript, script_.text.get());
     }
 
     // "row 3, Sheet!B7, Process.Flow"

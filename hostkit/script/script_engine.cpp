@@ -123,6 +123,12 @@ void ScriptEngine::check_whole(std::wstring_view item, std::wstring_view code) {
     if (null != code.npos) refuse(item, code, null, E_INVALIDARG, L"There is a null character");
 }
 
+void ScriptEngine::check_allowed(std::wstring_view item, std::wstring_view code) {
+    const ServiceState& service = service_state();
+    if (!service.allows_scripts && code != service.allowed_script)
+        refuse(item, code, 0, E_ACCESSDENIED, L"Scripts and expressions are not allowed to run");
+}
+
 void ScriptEngine::refuse(std::wstring_view item, std::wstring_view code, std::size_t position,
                           HRESULT error, const wchar_t* problem) {
     const auto line = std::ranges::count(code.substr(0, position), L'\n') + 1;
@@ -158,6 +164,7 @@ STDMETHODIMP ScriptEngine::Evaluate(BSTR expression, BSTR module_name, VARIANT* 
         const ComPtr<ScriptEngine> keep(this);
         const std::wstring item = known_module(module_name).name;
         check_whole(item, view_of(expression));
+        check_allowed(item, view_of(expression));
         offer_message_box(item, view_of(expression));
         Variant value;
         run_watched(item, view_of(expression), [&] {
@@ -178,6 +185,7 @@ STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* obj
             automation::fail(E_INVALIDARG, L"There is a module '" + item + L"' already");
         const std::wstring text = with_line_feeds(view_of(code));
         check_whole(item, text);
+        if (!text.empty()) check_allowed(item, view_of(code));
         const DWORD cookie = add_item({item, object, text}, add_members != VARIANT_FALSE);
         if (text.empty()) return;
         offer_message_box(item, text);

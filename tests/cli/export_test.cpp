@@ -191,6 +191,27 @@ TEST_CASE("a failing row of the mapping table is named with its cell and its pro
                   outcome.error);
 }
 
+TEST_CASE(
+    "without scripts a mapping table is mapped but for its expressions, and no stored script "
+    "runs") {
+    const Workplace place;
+    place.write(L"p.xml", project_file(mapping_document(R"(
+    <row cell="A2" object="Pump" property="Name"/>
+    <row cell="B2" object="Pump" property="@Object.Description"/>)") +
+                                       scripted_document("Own", fix("1"))));
+    const Outcome table = place.run({L"export", L"p.xml", L"--no-scripts"});
+    CHECK(table.code == 1);
+    CHECK_MESSAGE(
+        contains(table.error, "row 2, Pumps!B2, @Object.Description: Tessera.PropByName, "),
+        table.error);
+    CHECK(contains(table.error, "not allowed to run"));
+    CHECK(contains(table.out, "Pumps  A2    Pump    Name "));
+    CHECK_FALSE(contains(table.out, "Förderpumpe"));
+    const Outcome own = place.run({L"export", L"p.xml", L"--document", L"Own", L"--no-scripts"});
+    CHECK(own.code == 2);
+    CHECK(contains(own.error, "\"Own\" has a script of its own"));
+}
+
 TEST_CASE("a message to the user is listed in one line and is no error") {
     const PumpList place;
     const Outcome outcome = run_script(
