@@ -43,7 +43,6 @@ TEST_CASE("an export takes all of its options in any order") {
     CHECK_FALSE(plain.out.has_value());
     CHECK_FALSE(plain.quiet);
     CHECK_FALSE(plain.window);
-    CHECK_FALSE(plain.no_scripts);
     CHECK(parsed({L"export", L"plant.xml", L"--no-scripts"}).no_scripts);
 
     const Arguments full = parsed({L"export", L"--window", L"--out", L"a b.xml", L"plant.xml",

@@ -197,13 +197,12 @@ TEST_CASE(
     const Workplace place;
     place.write(L"p.xml", project_file(mapping_document(R"(
     <row cell="A2" object="Pump" property="Name"/>
-    <row cell="B2" object="Pump" property="@Object.Description"/>)") +
+    <row cell="B2" object="Pump" property="Description &amp; 1"/>)") +
                                        scripted_document("Own", fix("1"))));
     const Outcome table = place.run({L"export", L"p.xml", L"--no-scripts"});
     CHECK(table.code == 1);
-    CHECK_MESSAGE(
-        contains(table.error, "row 2, Pumps!B2, @Object.Description: Tessera.PropByName, "),
-        table.error);
+    CHECK_MESSAGE(contains(table.error, "row 2, Pumps!B2, Description & 1: Tessera.PropByName, "),
+                  table.error);
     CHECK(contains(table.error, "not allowed to run"));
     CHECK(contains(table.out, "Pumps  A2    Pump    Name "));
     CHECK_FALSE(contains(table.out, "Förderpumpe"));

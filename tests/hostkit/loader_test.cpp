@@ -66,11 +66,8 @@ TEST_CASE_FIXTURE(ComFixture,
     for (std::size_t i = file.find("<project"); i < file.size(); ++i) {
         CAPTURE(i);
         CHECK(problem_of(file.substr(0, i)) != L"");
-        for (const char character : {'\0', '<', '&', '\'', '>', '-'}) {
-            std::string changed = file;
-            changed[i] = character;
-            problem_of(changed);
-        }
+        for (const char character : {'\0', '<', '&', '\'', '>', '-'})
+            problem_of(std::string(file).replace(i, 1, 1, character));
     }
 }
 

@@ -216,19 +216,16 @@ TEST_CASE("generated rows count, need no memory and nest the same in every row")
 
 TEST_CASE("a query that nests itself is counted without walking all of its rows") {
     std::string objects;
-    for (int level = 1; level <= 40; ++level)
-        objects =
-            "<object type='area' name='A" + std::to_string(level) + "'>" + objects + "</object>";
-    const std::string body =
-        "<project name='W' type='project' current='yes'>" + objects + "</project>";
-    check(R"(
-<query name='All'><column name='N' property='Name'/><select below='W' recursive='yes'/></query>)",
-          LR"(
-    Query("All").Run
-    ? Query("All").ResultTable.TotalRowCount -> 2147483647
-    ? Query("All").ResultTable.NestedQuery(1).ResultTable.Cell(39, 1).Text -> A1
+    for (int level = 0; level < 40; ++level)
+        objects = "<object type='area' name='A'>" + objects + "</object>";
+    check(
+        "<query name='Q'><column name='N' property='Name'/><select below='W' "
+        "recursive='yes'/></query>",
+        LR"(
+    Query("Q").Run
+    ? Query("Q").ResultTable.TotalRowCount -> 2147483647
 )",
-          body.c_str());
+        ("<project name='W' type='project' current='yes'>" + objects + "</project>").c_str());
 }
 
 TEST_CASE("columns describe themselves in their language") {

@@ -309,7 +309,6 @@ TEST_CASE_FIXTURE(EngineFixture, "code with a null character is refused, not cut
     CHECK(engine->Evaluate(Bstr(std::wstring_view(L"1\0+ 1", 5)).get(), Bstr(L"M").get(),
                            value.put()) == E_INVALIDARG);
     REQUIRE(sink.errors().size() == 2);
-    CHECK(sink.errors()[0].description == L"There is a null character");
     CHECK(sink.errors()[0].line == 2);
 }
 
