@@ -11,12 +11,13 @@ namespace {
 constexpr wchar_t help[] =
     LR"(tessera - runs exports and queries of a project file
 
-tessera export PROJECT [--document NAME] [--script FILE] [--out FILE]
-                       [--quiet] [--window]
+tessera export PROJECT [--document NAME] [--script FILE | --no-scripts]
+                       [--out FILE] [--quiet] [--window]
     Runs the mapping script of a document and writes the content document.
     --document NAME  name or path of the document; without it, the first
                      document that has a mapping table
     --script FILE    a script to run in place of the document's own
+    --no-scripts     run no script and evaluate no expression of the file
     --out FILE       where to write; without it, PROJECT.DOCUMENT.content.xml
                      in the current folder
     --quiet          tell only the path and the errors
@@ -65,6 +66,7 @@ struct Option {
 constexpr Option options[] = {
     {L"--document", for_export, true},
     {L"--script", for_export, true},
+    {L"--no-scripts", for_export, false},
     {L"--query", for_query, true},
     {L"--format", for_query, true},
     {L"--encode", for_query, false},
@@ -128,6 +130,9 @@ class Parser {
         result.encode = given_.contains(L"--encode");
         result.quiet = given_.contains(L"--quiet");
         result.window = given_.contains(L"--window");
+        result.no_scripts = given_.contains(L"--no-scripts");
+        if (result.no_scripts && result.script)
+            fail(L"\"--script\" and \"--no-scripts\" exclude each other");
         if (command_.command == Command::query) {
             result.query = required(L"--query");
             result.format = format();

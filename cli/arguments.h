@@ -22,6 +22,7 @@ struct Arguments {
     bool encode = false;
     bool quiet = false;
     bool window = false;
+    bool no_scripts = false;
 };
 
 // Takes the arguments that follow the program's name. Throws Failure.

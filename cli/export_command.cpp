@@ -1,5 +1,7 @@
 // tessera export: runs a document's mapping script and writes the content document.
 
+#include <algorithm>
+
 #include "automation/bstr.h"
 #include "automation/dispatch.h"
 #include "cli/commands.h"
@@ -24,9 +26,20 @@ namespace {
 
 struct Script {
     Bstr text;
-    std::wstring name;    // what an error in it is told of
-    std::wstring origin;  // whose it is
+    std::wstring name;      // what an error in it is told of
+    std::wstring origin;    // whose it is
+    bool is_files = false;  // it came with the project file
 };
+
+// Engines take a null character for a script's end.
+Bstr script_in(const std::wstring& path) {
+    const std::u16string text = read_text_file(path, L"the script");
+    const std::size_t null = text.find(u'\0');
+    if (null == text.npos) return Bstr(text);
+    const auto line = std::ranges::count(std::u16string_view(text).substr(0, null), u'\n') + 1;
+    throw Failure(L"the script \"" + path + L"\" has a null character in line " +
+                  std::to_wstring(line));
+}
 
 class Export {
   public:
@@ -60,10 +73,10 @@ class Export {
         call(runner_, &ITesseraVexScript::putref_WorkSet, project_.workset().get());
         call(runner_, &ITesseraVexScript::putref_Document, chosen_.document.get());
         if (arguments_.script)
-            script_ = {Bstr(read_text_file(*arguments_.script, L"the script")), *arguments_.script,
-                       *arguments_.script};
+            script_ = {script_in(*arguments_.script), *arguments_.script, *arguments_.script};
         else
             script_ = script_of_document();
+        if (arguments_.no_scripts) forbid_scripts();
     }
 
     // Asking for the script stores the default one where there is none.
@@ -73,7 +86,18 @@ class Export {
             get(runner_, &ITesseraVexScript::GetVexScript, chosen_.document.get(), VARIANT_FALSE);
         const bool is_stored = text.view() == stored.view();
         return {std::move(text), chosen_.name,
-                is_stored ? L"the document's" : L"the default one for mapping tables"};
+                is_stored ? L"the document's" : L"the default one for mapping tables", is_stored};
+    }
+
+    // The default script is the component's own: it runs all the same, and the expressions that it
+    // hands on do not.
+    void forbid_scripts() {
+        if (script_.is_files && !script_.text.empty())
+            throw Failure(L"the document \"" + chosen_.name +
+                          L"\" has a script of its own, which \"--no-scripts\" does not run");
+        const auto& service = project_.service();
+        call(service, &IHostKitService::put_AllowsScripts, VARIANT_FALSE);
+        call(service, &IHostKitService::put_AllowedScript, script_.text.get());
     }
 
     // "row 3, Sheet!B7, Process.Flow"

@@ -25,7 +25,7 @@ BOOL WINAPI handle(DWORD event) noexcept {
         say(L"tessera: stopping; a second Ctrl-C ends at once");
         return TRUE;
     }
-    say(L"tessera: ended; what was being written is not complete");
+    say(L"tessera: ended before it was done");
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(exit_with_errors));
     return TRUE;
 }

@@ -1,6 +1,6 @@
 #include "cli/output_path.h"
 
-#include "automation/text.h"
+#include "automation/file_handle.h"
 #include "cli/failure.h"
 
 namespace cli {
@@ -13,28 +13,34 @@ std::wstring_view stem_of(std::wstring_view path) {
 }
 
 std::wstring usable(std::wstring_view name) {
-    constexpr std::wstring_view refused = L"<>:\"/\\|?*";
-    std::wstring result(name);
-    for (wchar_t& character : result)
-        if (character < L' ' || refused.find(character) != refused.npos) character = L'_';
+    constexpr std::wstring_view escaped = L"%<>:\"/\\|?*";
+    constexpr wchar_t digits[] = L"0123456789ABCDEF";
+    std::wstring result;
+    for (const wchar_t character : name) {
+        if (character >= L' ' && escaped.find(character) == escaped.npos)
+            result += character;
+        else
+            result.append(L"%").append({digits[character / 16], digits[character % 16]});
+    }
     return result;
 }
 
-std::wstring full_path(const std::wstring& path) {
-    std::wstring result(MAX_PATH, L'\0');
-    DWORD length =
-        GetFullPathNameW(path.c_str(), static_cast<DWORD>(result.size()), result.data(), nullptr);
-    if (length > result.size()) {
-        result.resize(length);
-        length = GetFullPathNameW(path.c_str(), length, result.data(), nullptr);
-    }
-    result.resize(length);
-    return result.empty() ? path : result;
+automation::FileHandle opened(const std::wstring& path) {
+    constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    return automation::FileHandle(CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, shared, nullptr,
+                                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// True when both paths lead to the same place.
-bool is_same_path(const std::wstring& left, const std::wstring& right) {
-    return automation::equal_ignoring_case(full_path(left), full_path(right));
+// True when both lead to one file: links, drives and device paths give it many paths.
+bool is_same_file(const std::wstring& left, const std::wstring& right) {
+    const automation::FileHandle first = opened(left);
+    const automation::FileHandle second = opened(right);
+    BY_HANDLE_FILE_INFORMATION one{};
+    BY_HANDLE_FILE_INFORMATION other{};
+    return GetFileInformationByHandle(first.get(), &one) &&
+           GetFileInformationByHandle(second.get(), &other) &&
+           one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
 }
 
 }  // namespace
@@ -44,7 +50,7 @@ std::wstring content_file_name(std::wstring_view project_path, std::wstring_view
 }
 
 void check_output_path(const std::wstring& path, const std::wstring& input) {
-    if (is_same_path(path, input))
+    if (is_same_file(path, input))
         throw Failure(L"\"" + path + L"\" is what is read and cannot be written at the same time");
 }
 

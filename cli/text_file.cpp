@@ -49,6 +49,30 @@ std::u16string from_ansi(std::string_view bytes) {
     return std::u16string(automation::as_u16(text));
 }
 
+std::wstring_view folder_of(std::wstring_view path) noexcept {
+    const std::size_t separator = path.find_last_of(L"/\\");
+    if (separator != path.npos) return path.substr(0, separator + 1);
+    return path.substr(0, path.substr(1, 1) == L":" ? 2 : 0);
+}
+
+// Makes a file under a name that no other one in the folder has.
+HANDLE create_temporary(std::wstring_view folder, std::wstring& path) {
+    const std::wstring begin =
+        std::wstring(folder) + L"tessera-" + std::to_wstring(GetCurrentProcessId()) + L"-";
+    for (int number = 1;; ++number) {
+        path = begin + std::to_wstring(number) + L".tmp";
+        const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ,
+                                        nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS) return file;
+    }
+}
+
+// A file that vanishes does so however the process ends.
+void let_vanish(HANDLE file, bool vanishes) noexcept {
+    FILE_DISPOSITION_INFO disposition{vanishes};
+    SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition);
+}
+
 }  // namespace
 
 std::u16string read_text_file(const std::wstring& path, const wchar_t* role) {
@@ -73,18 +97,30 @@ std::u16string read_text_file(const std::wstring& path, const wchar_t* role) {
 }
 
 TextFile::TextFile(const std::wstring& path, FileEncoding encoding)
-    : path_(path),
-      encoding_(encoding),
-      file_(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                        FILE_ATTRIBUTE_NORMAL, nullptr)) {
-    if (!file_.is_open()) fail();
+    : path_(path), encoding_(encoding), file_(open()) {
     if (encoding_ == FileEncoding::utf16) write(u"\uFEFF");
 }
 
 TextFile::~TextFile() {
-    if (finished_) return;
     file_.close();
-    DeleteFileW(path_.c_str());
+    if (!temporary_.empty()) DeleteFileW(temporary_.c_str());
+}
+
+// What is there must be writable now, not only when there is a result to lose. Where it is no file
+// ("NUL", a pipe), it takes the result itself.
+HANDLE TextFile::open() {
+    const HANDLE there = CreateFileW(path_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (there != INVALID_HANDLE_VALUE) {
+        if (GetFileType(there) != FILE_TYPE_DISK) return there;
+        CloseHandle(there);
+    } else if (GetLastError() != ERROR_FILE_NOT_FOUND) {
+        fail();
+    }
+    const HANDLE file = create_temporary(folder_of(path_), temporary_);
+    if (file == INVALID_HANDLE_VALUE) fail();
+    let_vanish(file, true);
+    return file;
 }
 
 void TextFile::write(std::u16string_view text) {
@@ -95,8 +131,12 @@ void TextFile::write(std::u16string_view text) {
 }
 
 void TextFile::finish() {
-    finished_ = true;
+    if (temporary_.empty()) return file_.close();
+    if (!FlushFileBuffers(file_.get())) fail();
+    let_vanish(file_.get(), false);
     file_.close();
+    if (!MoveFileExW(temporary_.c_str(), path_.c_str(), MOVEFILE_REPLACE_EXISTING)) fail();
+    temporary_.clear();
 }
 
 void TextFile::write_bytes(const void* data, std::size_t size) {

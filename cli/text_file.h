@@ -14,7 +14,8 @@ std::u16string read_text_file(const std::wstring& path, const wchar_t* role);
 
 enum class FileEncoding { utf8, utf16 };  // UTF-16: little-endian, with a byte-order mark
 
-// A file being written. A file that is not finished is taken away again.
+// A file being written: beside its place and under a name of its own ("tessera-….tmp"), moved there
+// when it is finished. Until then, and for good when it never is, what was there before stays.
 class TextFile : public TextSink {
   public:
     TextFile(const std::wstring& path, FileEncoding encoding);
@@ -24,13 +25,14 @@ class TextFile : public TextSink {
     void finish();
 
   private:
+    HANDLE open();
     void write_bytes(const void* data, std::size_t size);
     [[noreturn]] void fail() const;
 
     std::wstring path_;
     FileEncoding encoding_;
+    std::wstring temporary_;  // empty when the place itself is written
     automation::FileHandle file_;
-    bool finished_ = false;
 };
 
 }  // namespace cli

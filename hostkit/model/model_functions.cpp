@@ -23,8 +23,9 @@ int decimals_in(const Attribute& attribute, const Unit* unit) {
     const int decimals = attribute.type.decimals;
     const Unit* const own = attribute.type.unit;
     if (decimals < 0 || !unit || !own || unit == own) return decimals;
-    const double more = std::ceil(std::log10(std::abs(unit->factor / own->factor)) - 1e-9);
-    return std::max(0, decimals + static_cast<int>(more));
+    const double digits = std::log10(std::abs(unit->factor)) - std::log10(std::abs(own->factor));
+    const int more = static_cast<int>(std::ceil(digits - 1e-9));
+    return std::clamp(decimals + more, 0, most_decimals);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "hostkit/model/texts.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace hostkit {
 namespace {
@@ -24,7 +25,9 @@ bool read(std::wstring_view text, Number& number) {
     std::string digits;
     if (!narrow(text, digits)) return false;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return error == std::errc{} && end == digits.data() + digits.size();
+    // "nan" and "inf" are read, too.
+    return error == std::errc{} && end == digits.data() + digits.size() &&
+           std::isfinite(static_cast<double>(number));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cwchar>
+#include <limits>
 
 #include "automation/error.h"
 
@@ -82,7 +83,8 @@ std::wstring locale_text(LCID locale, LCTYPE kind) {
 }
 
 Bstr fixed_text(double value, LCID locale, int decimals) {
-    char digits[400];
+    constexpr int before_point = std::numeric_limits<double>::max_exponent10 + 1;
+    char digits[before_point + sizeof "-." + most_decimals];
     const auto end =
         std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, decimals);
     std::wstring text;

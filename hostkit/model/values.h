@@ -27,6 +27,9 @@ std::optional<ValueType> value_type_of(std::wstring_view name) noexcept;
 // 2026-03-31 or 2026-03-31T14:30:00. Nothing when it is none of the type.
 std::optional<automation::Variant> read_value(ValueType type, std::wstring_view text);
 
+// So many a user reads at most.
+inline constexpr int most_decimals = 99;
+
 // What a user reads: in the given locale's form, numbers with the given decimals (negative: as many
 // digits as the number has). The platform's own form of the locale, not the user's settings.
 automation::Bstr display_text(const VARIANT& value, LCID locale, int decimals);

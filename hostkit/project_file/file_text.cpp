@@ -133,6 +133,11 @@ std::string decoded(const std::wstring& path, std::string&& bytes) {
 
 std::string utf8_text(const std::wstring& path, std::string bytes) {
     std::string text = decoded(path, std::move(bytes));
+    if (const std::size_t null = text.find('\0'); null != std::string::npos) {
+        const auto line_ends =
+            std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(null), '\n');
+        fail_in_file(path, static_cast<unsigned>(line_ends) + 1, L"there is a null character");
+    }
     const DeclaredEncoding declared = declared_encoding(text);
     return text.replace(declared.start, declared.length, declared.length, ' ');
 }

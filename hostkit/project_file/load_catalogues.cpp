@@ -34,6 +34,12 @@ void load_unit(const Node& node, UnitGroup& group) {
     group.units.push_back(std::move(unit));
 }
 
+int load_decimals(const Node& node) {
+    const long decimals = node.number(L"decimals");
+    if (decimals >= 0 && decimals <= most_decimals) return static_cast<int>(decimals);
+    node.fail(L"\"decimals\" is not between 0 and " + std::to_wstring(most_decimals));
+}
+
 void load_list_item(LoadContext& context, const Node& node, ValueList& list, ValueType type) {
     ListItem item;
     item.value = value_of(node, type, node.text(L"value"));
@@ -129,7 +135,7 @@ void load_attribute_settings(LoadContext& context, const Node& node, AttributeTy
             node.fail(L"there is no value list \"" + *list + L"\"");
         type.list = found->second.get();
     }
-    type.decimals = static_cast<int>(node.number(L"decimals", type.decimals));
+    if (node.find(L"decimals")) type.decimals = load_decimals(node);
 }
 
 }  // namespace hostkit::project_file

@@ -127,7 +127,11 @@ void load_rows(const Node& node, MappingTable& table, RowsContext context) {
         if (!plain.rows.empty()) table.add(std::move(plain));
         plain = {};
     };
-    node.children({{L"row", [&](const Node& row) { plain.rows.push_back(load_row(row, context)); }},
+    node.children({{L"row",
+                    [&](const Node& row) {
+                        plain.rows.push_back(load_row(row, context));
+                        check_countable(row, plain, table.count());
+                    }},
                    {L"generate", [&](const Node& generated) {
                         end_plain();
                         table.add(load_generated(generated, context, table.count()));

@@ -1,6 +1,7 @@
 #include "hostkit/project_file/loader_node.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "hostkit/model/texts.h"
 
@@ -56,7 +57,7 @@ double Node::factor(std::wstring_view attribute, double by_default) const {
     double divisor = 1;
     const bool reads = parts.size() <= 2 && read_number(parts[0], number) &&
                        (parts.size() == 1 || read_number(parts[1], divisor));
-    if (reads && divisor != 0) return number / divisor;
+    if (reads && std::isfinite(number / divisor)) return number / divisor;
     fail(L"\"" + *value + L"\" is neither a number nor a fraction");
 }
 

@@ -2,6 +2,8 @@
 
 #include <xmllite.h>
 
+#include <utility>
+
 #include "automation/error.h"
 #include "automation/file_handle.h"
 #include "hostkit/project_file/file_text.h"
@@ -91,8 +93,10 @@ class TreeBuilder {
     XmlElement build() {
         XmlNodeType type{};
         HRESULT code;
-        while ((code = reader_->Read(&type)) == S_OK)
+        while ((code = reader_->Read(&type)) == S_OK) {
+            check_moved(type);
             take(type);
+        }
         if (SUCCEEDED(code) && document_.children.empty())
             code = static_cast<HRESULT>(MX_E_INPUTEND);
         if (SUCCEEDED(code) && !open_.empty()) fail_unclosed();
@@ -109,14 +113,26 @@ class TreeBuilder {
                 return open_.pop_back();
             case XmlNodeType_Text:
             case XmlNodeType_Whitespace:
-                // Wine's parser goes on for ever with empty texts when the file ends too early.
-                if (value().empty() && !open_.empty()) fail_unclosed();
-                return add_text();
             case XmlNodeType_CDATA:
                 return add_text();
             default:
                 return;
         }
+    }
+
+    // Where a file ends too early, Wine's parser goes on for ever with the same node, or ends the
+    // open elements itself, one by one, where they began.
+    void check_moved(XmlNodeType type) {
+        UINT column = 0;
+        reader_->GetLinePosition(&column);
+        const std::pair position(line(), column);
+        const bool stands = type == type_ && position == position_;
+        const bool goes_back = type == XmlNodeType_EndElement && position <= position_;
+        type_ = type;
+        position_ = position;
+        if (!stands && !goes_back) return;
+        if (!open_.empty()) fail_unclosed();
+        fail_malformed(path_, reader_.get(), static_cast<HRESULT>(MX_E_INPUTEND));
     }
 
     [[noreturn]] void fail_unclosed() {
@@ -177,6 +193,8 @@ class TreeBuilder {
     ComPtr<IXmlReader> reader_;
     XmlElement document_;
     std::vector<XmlElement*> open_;
+    XmlNodeType type_ = XmlNodeType_None;  // of the node that was read last
+    std::pair<UINT, UINT> position_;       // its line and column
 };
 
 }  // namespace

@@ -1,10 +1,12 @@
 #include "hostkit/query/query_run.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <map>
+#include <utility>
 
 #include "automation/conversion.h"
-#include "automation/error.h"
 #include "hostkit/model/model_functions.h"
 #include "hostkit/query/property_values.h"
 
@@ -71,12 +73,54 @@ CellContent given_cell(const CellDefinition& cell, bool generated, long row) {
     return content;
 }
 
-// A sum over nested queries, as a number that automation can hold.
-long as_total(std::int64_t rows) {
-    if (rows > std::numeric_limits<long>::max())
-        automation::fail(DISP_E_OVERFLOW, L"There are more rows than can be counted");
-    return static_cast<long>(rows);
+// What a selection looks below. A query that nests itself starts below the given object and goes on
+// below its rows.
+Element* top_of(const QueryDefinition& query, Element* context) {
+    const ObjectSelection& selection = query.selection;
+    return context && (selection.recursive || !selection.below) ? context : selection.below;
 }
+
+QueryDefinition* nested_definition(const QueryState& state, long row) {
+    if (const RowDefinition* const definition = definition_of(state, row))
+        return definition->nested.get();
+    QueryDefinition& query = *state.definition;
+    return query.selection.recursive ? &query : query.nested.get();
+}
+
+// Counts rows with those nested in them, up to what automation can hold. A nested result depends on
+// nothing but its query and the object that it starts from, and is counted once: the rows of a
+// query that nests itself double with every level of objects.
+class RowCounter {
+  public:
+    std::int64_t count(const QueryState& state) {
+        std::int64_t total = row_count(state);
+        if (state.definition->source == RowSource::generated) {
+            // Every row nests the same.
+            if (total > 0) total *= 1 + nested_count(state, 1);
+        } else {
+            for (long row = 1, rows = row_count(state); row <= rows && total < most; ++row)
+                total += nested_count(state, row);
+        }
+        return std::min(total, most);
+    }
+
+  private:
+    static constexpr std::int64_t most = std::numeric_limits<long>::max();
+
+    std::int64_t nested_count(const QueryState& state, long row) {
+        QueryDefinition* const nested = nested_definition(state, row);
+        if (!nested) return 0;
+        Element* const context = object_of(state, row);
+        const bool is_selected = nested->source == RowSource::selected;
+        const std::pair key(nested, is_selected ? top_of(*nested, context) : context);
+        if (const auto known = counts_.find(key); known != counts_.end()) return known->second;
+        QueryState result(*nested, context);
+        run_query(result);
+        return counts_[key] = count(result);
+    }
+
+    std::map<std::pair<QueryDefinition*, Element*>, std::int64_t> counts_;
+};
 
 void select(const ObjectSelection& selection, Element& top, std::vector<Element*>& found) {
     const auto take = [&](Element& element) {
@@ -95,11 +139,8 @@ void run_query(QueryState& state) {
     QueryDefinition& query = *state.definition;
     if (query.source == RowSource::selected) {
         state.found.clear();
-        const ObjectSelection& selection = query.selection;
-        // A query that nests itself starts below the given object and goes on below its rows.
-        const bool goes_on = state.context && (selection.recursive || !selection.below);
-        Element* const top = goes_on ? state.context : selection.below;
-        if (top) select(selection, *top, state.found);
+        if (Element* const top = top_of(query, state.context))
+            select(query.selection, *top, state.found);
     }
     state.ran = true;
 }
@@ -118,24 +159,12 @@ long row_count(const QueryState& state) noexcept {
 }
 
 long total_row_count(const QueryState& state) {
-    const long rows = row_count(state);
-    if (state.definition->source == RowSource::generated && rows > 0) {
-        // Every row nests the same.
-        const auto nested = nested_query(state, 1);
-        return as_total(rows * (std::int64_t{1} + (nested ? total_row_count(*nested) : 0)));
-    }
-    std::int64_t total = rows;
-    for (long row = 1; row <= rows; ++row)
-        if (const auto nested = nested_query(state, row)) total += total_row_count(*nested);
-    return as_total(total);
+    return static_cast<long>(RowCounter().count(state));
 }
 
 std::optional<QueryState> nested_query(const QueryState& state, long row) {
     if (!is_within(row, row_count(state))) return {};
-    QueryDefinition& query = *state.definition;
-    QueryDefinition* nested = query.selection.recursive ? &query : query.nested.get();
-    if (const RowDefinition* const definition = definition_of(state, row))
-        nested = definition->nested.get();
+    QueryDefinition* const nested = nested_definition(state, row);
     if (!nested) return {};
     QueryState result(*nested, object_of(state, row));
     run_query(result);

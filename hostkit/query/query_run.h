@@ -12,6 +12,7 @@ namespace hostkit {
 void run_query(QueryState& state);
 // No rows before the run.
 long row_count(const QueryState& state) noexcept;
+// With all nested rows; the largest number when there are more.
 long total_row_count(const QueryState& state);
 
 // The query nested in the row (from 1), already run; nothing when there is none.

@@ -8,6 +8,7 @@
 #include "hostkit/classes.h"
 #include "hostkit/script/code_object.h"
 #include "hostkit/script/message_box.h"
+#include "hostkit/script/script_error_text.h"
 #include "hostkit/services/service_state.h"
 
 namespace hostkit {
@@ -19,6 +20,7 @@ using automation::view_of;
 
 namespace {
 
+constexpr wchar_t source[] = L"KelosScript.Engine";
 constexpr wchar_t message_box_name[] = L"KelosMessageBox";
 // A variable hides the language's function of its name; calling it calls its object's default
 // member.
@@ -115,6 +117,28 @@ void ScriptEngine::offer_message_box(const std::wstring& item, std::wstring_view
     automation::check(script_.run(message_box_code, item.c_str(), ScriptSite::expression_cookie));
 }
 
+// The platform's engine takes a null character for the end and would pass over the rest.
+void ScriptEngine::check_whole(std::wstring_view item, std::wstring_view code) {
+    const std::size_t null = code.find(L'\0');
+    if (null != code.npos) refuse(item, code, null, E_INVALIDARG, L"There is a null character");
+}
+
+void ScriptEngine::check_allowed(std::wstring_view item, std::wstring_view code) {
+    const ServiceState& service = service_state();
+    if (!service.allows_scripts && code != service.allowed_script)
+        refuse(item, code, 0, E_ACCESSDENIED, L"Scripts and expressions are not allowed to run");
+}
+
+void ScriptEngine::refuse(std::wstring_view item, std::wstring_view code, std::size_t position,
+                          HRESULT error, const wchar_t* problem) {
+    const auto line = std::ranges::count(code.substr(0, position), L'\n') + 1;
+    const SourceLine found = source_line(code, static_cast<long>(line));
+    const ScriptErrorRecord record{error,  problem,      std::wstring(item),
+                                   source, found.number, std::wstring(found.text)};
+    report(record);
+    throw automation::Error(record.code, Bstr(record.description), Bstr(record.source));
+}
+
 STDMETHODIMP ScriptEngine::get_ReportErrors(VARIANT_BOOL* result) {
     return answer(result, [&] { return as_variant_bool(reports_errors_); });
 }
@@ -139,6 +163,8 @@ STDMETHODIMP ScriptEngine::Evaluate(BSTR expression, BSTR module_name, VARIANT* 
     return answer(result, Given(expression, module_name), [&] {
         const ComPtr<ScriptEngine> keep(this);
         const std::wstring item = known_module(module_name).name;
+        check_whole(item, view_of(expression));
+        check_allowed(item, view_of(expression));
         offer_message_box(item, view_of(expression));
         Variant value;
         run_watched(item, view_of(expression), [&] {
@@ -158,6 +184,8 @@ STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* obj
         if (site_->find_module(item))
             automation::fail(E_INVALIDARG, L"There is a module '" + item + L"' already");
         const std::wstring text = with_line_feeds(view_of(code));
+        check_whole(item, text);
+        if (!text.empty()) check_allowed(item, view_of(code));
         const DWORD cookie = add_item({item, object, text}, add_members != VARIANT_FALSE);
         if (text.empty()) return;
         offer_message_box(item, text);

@@ -34,6 +34,11 @@ class ScriptEngine : public automation::Object<ScriptEngine, IHostKitScriptEngin
     const ScriptModule& known_module(BSTR name) const;
     // Answers the number of the module.
     DWORD add_item(ScriptModule module, bool add_members);
+    // Throw, after reporting it, what is wrong with code that is not to be run.
+    void check_whole(std::wstring_view item, std::wstring_view code);
+    void check_allowed(std::wstring_view item, std::wstring_view code);
+    [[noreturn]] void refuse(std::wstring_view item, std::wstring_view code, std::size_t position,
+                             HRESULT error, const wchar_t* problem);
     // Gives the module the host's message box when the code asks for one.
     void offer_message_box(const std::wstring& item, std::wstring_view code);
     // Runs code; throws its error after reporting it.

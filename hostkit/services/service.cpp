@@ -144,6 +144,19 @@ class Service
             service_state().failure = code;
         });
     }
+    STDMETHODIMP get_AllowsScripts(VARIANT_BOOL* result) override {
+        return answer<Uncounted>(result,
+                                 [] { return as_variant_bool(service_state().allows_scripts); });
+    }
+    STDMETHODIMP put_AllowsScripts(VARIANT_BOOL value) override {
+        return run<Uncounted>([&] { service_state().allows_scripts = value != VARIANT_FALSE; });
+    }
+    STDMETHODIMP get_AllowedScript(BSTR* result) override {
+        return answer<Uncounted>(result, [] { return Bstr(service_state().allowed_script); });
+    }
+    STDMETHODIMP put_AllowedScript(BSTR value) override {
+        return run<Uncounted>([&] { service_state().allowed_script = view_of(value); });
+    }
 };
 
 }  // namespace

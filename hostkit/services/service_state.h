@@ -71,6 +71,8 @@ struct ServiceState {
     std::size_t trace_limit = 500;
     bool offers_application = true;
     HRESULT failure = S_OK;
+    bool allows_scripts = true;
+    std::wstring allowed_script;
 };
 
 // The calling thread's state.

@@ -43,6 +43,7 @@ TEST_CASE("an export takes all of its options in any order") {
     CHECK_FALSE(plain.out.has_value());
     CHECK_FALSE(plain.quiet);
     CHECK_FALSE(plain.window);
+    CHECK(parsed({L"export", L"plant.xml", L"--no-scripts"}).no_scripts);
 
     const Arguments full = parsed({L"export", L"--window", L"--out", L"a b.xml", L"plant.xml",
                                    L"--quiet", L"--script=m.vbs", L"--document", L"Übersicht"});
@@ -84,9 +85,9 @@ TEST_CASE("help is found wherever it is asked for") {
                                Given{L"export", L"--help"}, Given{L"query", L"p", L"-?"}})
         CHECK(parsed(given).command == Command::help);
     CHECK(parsed({L"--version"}).command == Command::version);
-    for (const wchar_t* option :
-         {L"--document", L"--script", L"--out", L"--quiet", L"--window", L"--query", L"--format",
-          L"--encode", L"columns", L"rows", L"complete", L"strings", L"decode", L"--version"})
+    for (const wchar_t* option : {L"--document", L"--script", L"--no-scripts", L"--out", L"--quiet",
+                                  L"--window", L"--query", L"--format", L"--encode", L"columns",
+                                  L"rows", L"complete", L"strings", L"decode", L"--version"})
         CHECK(mentions(std::wstring(cli::help_text()), option));
 }
 
@@ -114,6 +115,7 @@ TEST_CASE("what is wrong is named") {
         {{L"query", L"p", L"--query", L"q", L"--format", L"Rows"}, L"\"Rows\""},
         {{L"query", L"p", L"--query", L"q", L"--format", L"rows", L"--encode"}, L"\"--encode\""},
         {{L"decode", L"f", L"--window"}, L"\"--window\""},
+        {{L"export", L"p", L"--script", L"s", L"--no-scripts"}, L"exclude each other"},
     };
     for (const auto& wrong : cases) {
         CAPTURE(wrong.given.size());

@@ -37,4 +37,5 @@ TEST_CASE("decoded strings go to a file as UTF-8") {
     CHECK(outcome.code == 0);
     CHECK(outcome.out == "2 strings, 0 errors\nwritten: d.txt\n");
     CHECK(place.read(L"d.txt") == "Größe\n\n");
+    CHECK(place.run({L"decode", L"e.txt", L"--out", L"NUL"}).code == 0);
 }

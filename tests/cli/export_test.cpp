@@ -85,11 +85,11 @@ TEST_CASE("a quiet export tells the path only and writes the same, whatever stoo
 
 TEST_CASE("the file's name is made of names that may hold what file names may not") {
     const Workplace place;
-    place.write(L"p.q.xml", project_file(scripted_document("Größe 1/2?", fix("1"))));
-    const Outcome outcome = place.run({L"export", L"p.q.xml", L"--document", L"Größe 1/2?"});
+    place.write(L"p.q.xml", project_file(scripted_document("1/2 % Größe?", fix("1"))));
+    const Outcome outcome = place.run({L"export", L"p.q.xml", L"--document", L"1/2 % Größe?"});
     CHECK(outcome.code == 0);
-    CHECK(lines(outcome.out).front() == "document: Größe 1/2?");
-    CHECK(place.has(L"p.q.Größe 1_2_.content.xml"));
+    CHECK(lines(outcome.out).front() == "document: 1/2 % Größe?");
+    CHECK(place.has(L"p.q.1%2F2 %25 Größe%3F.content.xml"));
 }
 
 TEST_CASE("a script is read in whatever encoding it is") {
@@ -189,6 +189,26 @@ TEST_CASE("a failing row of the mapping table is named with its cell and its pro
                       .front()
                       .starts_with("error: row 2, Pumps!B2, @Object.NoSuch: Tessera.PropByName, "),
                   outcome.error);
+}
+
+TEST_CASE(
+    "without scripts a mapping table is mapped but for its expressions, and no stored script "
+    "runs") {
+    const Workplace place;
+    place.write(L"p.xml", project_file(mapping_document(R"(
+    <row cell="A2" object="Pump" property="Name"/>
+    <row cell="B2" object="Pump" property="Description &amp; 1"/>)") +
+                                       scripted_document("Own", fix("1"))));
+    const Outcome table = place.run({L"export", L"p.xml", L"--no-scripts"});
+    CHECK(table.code == 1);
+    CHECK_MESSAGE(contains(table.error, "row 2, Pumps!B2, Description & 1: Tessera.PropByName, "),
+                  table.error);
+    CHECK(contains(table.error, "not allowed to run"));
+    CHECK(contains(table.out, "Pumps  A2    Pump    Name "));
+    CHECK_FALSE(contains(table.out, "Förderpumpe"));
+    const Outcome own = place.run({L"export", L"p.xml", L"--document", L"Own", L"--no-scripts"});
+    CHECK(own.code == 2);
+    CHECK(contains(own.error, "\"Own\" has a script of its own"));
 }
 
 TEST_CASE("a message to the user is listed in one line and is no error") {

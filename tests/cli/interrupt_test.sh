@@ -33,7 +33,10 @@ check_ended_with() {
     local code=$?
     pid=
     [ "$code" -eq "$1" ] || fail "exit code $code instead of $1"
+    is_begun && fail "a temporary file was left"
 }
+# What is not complete stands beside its place.
+is_begun() { test -s tessera-*.tmp; }
 check_told() { grep -q "$1" error || fail "standard error does not say: $1"; }
 
 # Makes the file that the test waits for, then runs the given loop.
@@ -69,7 +72,7 @@ check_ended_with 1
 
 echo "a query keeps the rows that were read, and says how many they are"
 start query "$project" --query Signalliste --format strings --encode --out rows.txt
-wait_until test -s rows.txt
+wait_until is_begun
 kill -INT "$pid"
 check_ended_with 1
 rows=$(wc -l <rows.txt)
@@ -78,7 +81,7 @@ check_told "^tessera: broken off; $rows rows were written$"
 
 echo "so is the document of all rows, when it is ended before its last one"
 start query "$project" --query Signalliste --format complete --out complete.xml
-wait_until test -e complete.xml
+wait_until is_begun
 kill -INT "$pid"
 check_ended_with 1
 check_told '^tessera: broken off; '
@@ -86,8 +89,20 @@ tail -c 26 complete.xml | tr -d '\0' | grep -q '</Contents>' || fail "the docume
 
 echo "rows that are broken off are a whole document"
 start query "$project" --query Signalliste --format rows --out rows.xml
-wait_until test -s rows.xml
+wait_until is_begun
 kill -INT "$pid"
 check_ended_with 1
 check_told '^tessera: broken off; '
 tail -c 18 rows.xml | tr -d '\0' | grep -q '</Rows>' || fail "the document has no end"
+
+echo "a file that was there stays when the program is killed before it is done"
+cp rows.xml before.xml
+start query "$project" --query Signalliste --format rows --out rows.xml
+wait_until is_begun
+kill -KILL "$pid"
+wait "$pid" 2>/dev/null
+pid=
+# The system takes leave of the killed program before it meets the next one.
+wine "$program" --version >out
+is_begun && fail "a temporary file was left"
+cmp rows.xml before.xml || fail "what was there before is changed"

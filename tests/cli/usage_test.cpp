@@ -72,14 +72,20 @@ TEST_CASE("files that cannot be read or written are refused, and inputs are not 
     place.write(L"marked.vbs",
                 "\xEF\xBB\xBF"
                 "F\xF6rderpumpe");
+    place.write(L"null.vbs", {"Sub DoVex()\n\0End Sub\n", 21});
     place.write(L"ok.vbs", "Sub DoVex()\nEnd Sub\n");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"none.vbs"}), "none.vbs");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"."}), "\".\"");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"half.vbs"}), "UTF-16");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"marked.vbs"}), "UTF-8");
+    check_refused(place.run({L"export", L"p.xml", L"--script", L"null.vbs"}), "line 2");
     check_refused(place.run({L"export", L"p.xml", L"--out", L"no\\such\\folder.xml"}),
                   "folder.xml");
-    check_refused(place.run({L"export", L"p.xml", L"--out", L".\\P.XML"}), "P.XML");
+    REQUIRE(CreateHardLinkW((place.folder() / L"link.xml").c_str(),
+                            (place.folder() / L"p.xml").c_str(), nullptr));
+    for (const std::wstring& same : {std::wstring(L".\\P.XML"), std::wstring(L"link.xml"),
+                                     L"\\\\?\\" + (place.folder() / L"p.xml").wstring()})
+        check_refused(place.run({L"export", L"p.xml", L"--out", same}), "is what is read");
     check_refused(place.run({L"export", L"p.xml", L"--script", L"ok.vbs", L"--out", L"ok.vbs"}),
                   "ok.vbs");
     check_refused(place.run({L"decode", L"none.txt"}), "none.txt");

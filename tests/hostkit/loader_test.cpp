@@ -35,6 +35,8 @@ TEST_CASE_FIXTURE(ComFixture, "a malformed file is refused with its line") {
         {"<!-- only a comment -->", L", line 1: the file ends too early"},
         {"<a>\n<b>\n</a>", L", line 3: an end tag does not match its start tag"},
         {"<a>\n<b>\n", L", line 2: <b> has no end tag"},
+        {"<a>\n<!-- b", L", line 1: <a> has no end tag"},
+        {"<a>\n<![CDATA[b", L", line 1: <a> has no end tag"},
         {"<a>\n<b c=1/></a>", L", line 2: an attribute's value is not in quotation marks"},
         {"<a>\n<b c='1'\n c='2'/></a>", L", line 3: an attribute stands twice"},
         {"<a>\n<b c='1<2'/></a>", L", line 2: there is a \"<\" where none may be"},
@@ -49,6 +51,23 @@ TEST_CASE_FIXTURE(ComFixture, "a malformed file is refused with its line") {
     for (const Faulty& file : files) {
         CAPTURE(file.text);
         CHECK(problem_of(file.text) == file.problem);
+    }
+    CHECK(problem_of(std::string("<a>\n\n<b c='\0'/></a>", 18)) ==
+          L", line 3: there is a null character");
+}
+
+TEST_CASE_FIXTURE(ComFixture,
+                  "whatever a file breaks off in, or has in one place, it is read or refused") {
+    const std::string file = in_project(
+        "<object type='pump' name='&#x50;&amp;'><!-- a --><attribute name='A' "
+        "value='1'/></object>\n"
+        "<document name='D'><script><![CDATA[ x ]]></script></document><?p i?>");
+    // The catalogues before are of the same elements and attributes.
+    for (std::size_t i = file.find("<project"); i < file.size(); ++i) {
+        CAPTURE(i);
+        CHECK(problem_of(file.substr(0, i)) != L"");
+        for (const char character : {'\0', '<', '&', '\'', '>', '-'})
+            problem_of(std::string(file).replace(i, 1, 1, character));
     }
 }
 
@@ -78,6 +97,10 @@ TEST_CASE_FIXTURE(ComFixture, "what a project file may not say is refused with i
          L", line 5: there is a second object of its type with the identifier \"1\""},
         {"<attribute name='A' type='double' value='1,5'/>",
          L", line 4: \"1,5\" is no value of the type that is asked for"},
+        {"<attribute name='A' type='double' value='nan'/>",
+         L", line 4: \"nan\" is no value of the type that is asked for"},
+        {"<attribute name='A' type='double' decimals='100' value='1'/>",
+         L", line 4: \"decimals\" is not between 0 and 99"},
         {"<attribute name='A' type='date' value='2026-02-30'/>",
          L", line 4: \"2026-02-30\" is no value of the type that is asked for"},
         {"<attribute name='A' type='colour'/>", L", line 4: there is no value type \"colour\""},
@@ -113,6 +136,14 @@ TEST_CASE_FIXTURE(ComFixture, "what a project file may not say is refused with i
     }
 }
 
+TEST_CASE_FIXTURE(ComFixture, "a unit whose factor is no number is refused") {
+    for (const char* const factor : {"inf", "1/0", "nan(1)", "1e300/1e-300"}) {
+        std::string text = in_project("");
+        text.replace(text.find("5/9"), 3, factor);
+        CHECK(problem_of(text).ends_with(L" is neither a number nor a fraction"));
+    }
+}
+
 TEST_CASE_FIXTURE(ComFixture,
                   "what a row of a mapping table may not say is refused with its line") {
     const Faulty rows[] = {
@@ -125,6 +156,9 @@ TEST_CASE_FIXTURE(ComFixture,
          L"\"PRESSURE\" has no unit with the label \"K\""},
         {"<generate rows='2147483647'><row cell='A1' value=''/><row cell='B1' "
          "value=''/></generate>",
+         L"there are more rows than can be counted"},
+        {"<generate rows='2147483646'><row cell='A1' value=''/></generate><row cell='A2' "
+         "value=''/>",
          L"there are more rows than can be counted"},
     };
     for (const Faulty& row : rows) {

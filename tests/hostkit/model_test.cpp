@@ -31,6 +31,7 @@ constexpr char plant[] = R"(
       <rights user='gast' mask='0'/>
       <rights user='anna' mask='0'/>
       <attribute name='Process.Medium' value='Wasser'/>
+      <attribute name='Buy.Much' type='double' decimals='99' unit='PRESSURE.PA' value='-1e308'/>
     </object>
   </object>
 </project>)";
@@ -92,6 +93,8 @@ TEST_CASE_FIXTURE(Plant, "values are converted into the unit that is asked for")
     ' Shown as precisely as in the attribute's own unit, 0.01 bar.
     ? Shown(pressure, kqpDisplayValue, "", 1031, "PRESSURE.KPA") -> 1600=1600
     ? Shown(pressure, kqpDisplayValue, "", 1031, "PRESSURE.MPA") -> 1.6=1,600
+    ? Len(Object("A|P2").AttributeText("Buy.Much")) -> 410
+    ? Len(Shown(Object("A|P2|Buy.Much"), kqpDisplayValue, "", 1031, "PRESSURE.MPA")) -> 412
     ' A number without unit stays what it is, whatever is asked for.
     ? Told(stages, kqpValue, "", 1031, "PRESSURE.PA") -> 3=3 (1031)
     ? Shown(pressure, kqpValue, "", 0, "TEMPERATURE.K") -> ! The unit "TEMPERATURE.K" does not suit "Werk|A|P1|Process.Pressure", which is in "PRESSURE.BAR"
@@ -229,7 +232,7 @@ TEST_CASE_FIXTURE(Plant, "rights are the object's, else those above it, and rule
     locked.Marker = "~" -> ! The user "anna" may not change "Werk|A|P2|Process.Medium"
     ? Object("A|P2").Attributes.Add("Vex") -> ! The user "anna" may not change "Werk|A|P2"
     ? locked.Value(1) -> Wasser
-    ? Object("A|P2").Attributes.Count -> 1
+    ? Object("A|P2").Attributes.Count -> 2
 )");
 }
 

@@ -300,6 +300,34 @@ TEST_CASE_FIXTURE(EngineFixture, "wrong module and procedure names are errors of
     CHECK(own_reports() == 0);
 }
 
+TEST_CASE_FIXTURE(EngineFixture, "code with a null character is refused, not cut short") {
+    use_sink();
+    const Bstr code(std::wstring_view(L"x = 1\r\n\0y = 2", 13));
+    CHECK(engine->AddModule(Bstr(L"M").get(), code.get(), nullptr, VARIANT_FALSE) == E_INVALIDARG);
+    add(L"M", L"");
+    Variant value;
+    CHECK(engine->Evaluate(Bstr(std::wstring_view(L"1\0+ 1", 5)).get(), Bstr(L"M").get(),
+                           value.put()) == E_INVALIDARG);
+    REQUIRE(sink.errors().size() == 2);
+    CHECK(sink.errors()[0].line == 2);
+}
+
+TEST_CASE_FIXTURE(EngineFixture,
+                  "where scripts are not allowed, only the one that is allowed runs") {
+    call(service(), &IHostKitService::put_AllowsScripts, VARIANT_FALSE);
+    call(service(), &IHostKitService::put_AllowedScript, Bstr(L"x = 1").get());
+    add(L"Global", L"");
+    const auto refused = error_of([&] { add(L"Other", L"x = 2"); });
+    CHECK(error_of([&] { evaluate(L"1", L"Global"); }));
+    add(L"Allowed", L"x = 1");
+    call(service(), &IHostKitService::put_AllowsScripts, VARIANT_TRUE);
+    call(service(), &IHostKitService::put_AllowedScript, nullptr);
+    REQUIRE(refused);
+    CHECK(refused->code() == E_ACCESSDENIED);
+    CHECK(own_reports() == 2);
+    CHECK(automation::to_long(evaluate(L"x", L"Allowed")) == 1);
+}
+
 TEST_CASE_FIXTURE(EngineFixture, "a script may release its own engine and go on") {
     ComPtr<IDispatch> procedures;
     const auto host = make_object({{L"LetGo",
