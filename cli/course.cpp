@@ -4,6 +4,7 @@
 
 #include "automation/dispatch.h"
 #include "automation/object.h"
+#include "cli/failure.h"
 #include "cli/interrupt.h"
 #include "cli/text.h"
 
@@ -17,6 +18,9 @@ using automation::get;
 namespace {
 
 constexpr std::uint64_t milliseconds_between_updates = 100;
+// A run that still calls after so many refusals does not notice them: a script that goes on after
+// errors, or whose rows the component reports and passes over.
+constexpr int most_refused = 1000;
 
 ConsoleStream* terminal_of(Console& console, bool data_on_output) {
     if (console.error.is_terminal()) return &console.error;
@@ -33,6 +37,7 @@ class Watcher : public automation::Object<Watcher, IHostKitWatcher> {
             course_.row(row, row_count);
             if (!course_.refuses_call()) return S_OK;
             if (const auto end = std::exchange(end_, nullptr)) end();
+            if (++refused_ == most_refused) course_.abandon();
             return E_ABORT;
         } catch (...) {
             return automation::current_error().code;
@@ -42,12 +47,14 @@ class Watcher : public automation::Object<Watcher, IHostKitWatcher> {
   private:
     Course& course_;
     std::function<void()> end_;
+    int refused_ = 0;
 };
 
 }  // namespace
 
 Course::Course(Console& console, const Arguments& arguments, bool data_on_output)
-    : stream_(arguments.quiet ? nullptr : terminal_of(console, data_on_output)) {}
+    : console_(console),
+      stream_(arguments.quiet ? nullptr : terminal_of(console, data_on_output)) {}
 
 Course::~Course() {
     try {
@@ -98,6 +105,13 @@ bool Course::is_stopped() {
 bool Course::refuses_call() {
     has_refused_ = has_refused_ || is_stopped();
     return has_refused_;
+}
+
+// What was begun goes with the process: unfinished files vanish.
+void Course::abandon() {
+    close();
+    console_.error.write_line(L"tessera: stopped; nothing was written");
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(exit_with_errors));
 }
 
 void Course::show_line(const std::wstring& text) {

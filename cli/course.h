@@ -35,11 +35,14 @@ class Course {
     // then.
     bool refuses_call();
     bool has_refused() const noexcept { return has_refused_; }
+    // Ends the program from inside a run that does not end by itself.
+    void abandon();
 
   private:
     void show_line(const std::wstring& text);
     void move_bar(long number, long count);
 
+    Console& console_;
     ConsoleStream* stream_ = nullptr;
     std::wstring phase_;
     std::wstring shown_;

@@ -62,8 +62,8 @@ class CallWatch {
     bool is_logging() const noexcept { return is_logging_; }
     // The log's lines so far, which it forgets.
     std::wstring take_lines() noexcept;
-    // The n-th call of this name from now on fails, with 0 every one, with -n that and all after it;
-    // a code of 0 ends it. "*" is the name of every call but those that reports of errors need.
+    // The n-th call of this name from now on fails, with 0 every one, with -n that and all after
+    // it; a code of 0 ends it. "*" is the name of every call but those that reports of errors need.
     void fail(std::wstring_view name, long occurrence, HRESULT code);
 
     // Writes the call down; throws when it is the one that is to fail.
