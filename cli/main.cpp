@@ -4,6 +4,7 @@
 
 #include "automation/error.h"
 #include "cli/commands.h"
+#include "cli/exhausted_stack.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
 
@@ -23,6 +24,7 @@ int with_com(int (*command)(const Arguments&, Console&), const Arguments& argume
              Console& console) {
     const Apartment apartment;
     catch_interrupts();
+    report_exhausted_stack();
     return command(arguments, console);
 }
 

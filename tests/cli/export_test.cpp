@@ -228,6 +228,14 @@ TEST_CASE("a message to the user is listed in one line and is no error") {
                   outcome.out);
 }
 
+TEST_CASE("a script that calls itself without end ends the program with a sentence") {
+    const PumpList place;
+    const Outcome outcome = run_script(place, "Sub DoVex()\nDoVex\nEnd Sub");
+    CHECK(outcome.code == 1);
+    CHECK(outcome.error == "tessera: the script calls itself too deeply; nothing was written\n");
+    CHECK_FALSE(place.has(L"o.xml"));
+}
+
 TEST_CASE("without a script or its procedure nothing is written, and the reason is told") {
     const Workplace place;
     place.write(L"p.xml", project_file(scripted_document("Bare", "")));
