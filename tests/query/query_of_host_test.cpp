@@ -1,10 +1,10 @@
 // Through the DLL: the query classes on the host kit's queries, end to end.
 
-#include <algorithm>
 #include <functional>
 
 #include "query/query_xml.h"
 #include "support/content_text.h"
+#include "support/heap.h"
 
 using namespace test;
 
@@ -29,21 +29,6 @@ class HostFixture : public test::ProjectFixture {
         return get(cursor, &ITesseraHQuery::get_CellText, column, uccDefault).str();
     }
 };
-
-// What is busy in all heaps of the process.
-std::size_t busy_bytes() {
-    HANDLE heaps[64];
-    const DWORD count = std::min<DWORD>(GetProcessHeaps(64, heaps), 64);
-    std::size_t bytes = 0;
-    for (DWORD i = 0; i < count; ++i) {
-        PROCESS_HEAP_ENTRY entry{};
-        HeapLock(heaps[i]);
-        while (HeapWalk(heaps[i], &entry))
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
-        HeapUnlock(heaps[i]);
-    }
-    return bytes;
-}
 
 }  // namespace
 

@@ -28,6 +28,7 @@ ComFixture::ComFixture() : service_(create<IHostKitService>(L"Kelos.Service")) {
 ComFixture::~ComFixture() {
     service_.reset();
     automation::object_died();
+    if (shares_process_) return;
     CHECK(is_idle(L"Tessera.dll"));
     CHECK(is_idle(L"KelosHostKit.dll"));
     CHECK(automation::live_count() == 0);

@@ -59,6 +59,8 @@ class ComFixture {
     ComFixture& operator=(const ComFixture&) = delete;
 
     const ComPtr<IHostKitService>& service() const noexcept { return service_; }
+    // Another thread has objects, too: those that are alive are no longer counted.
+    void share_process() noexcept { shares_process_ = true; }
 
     long error_count() const;
     long message_count() const;
@@ -71,6 +73,7 @@ class ComFixture {
 
   private:
     ComPtr<IHostKitService> service_;
+    bool shares_process_ = false;
 };
 
 // Full paths of a sample, and of a file below tests/.
