@@ -7,6 +7,7 @@
 #include "functions/gfunctions.h"
 #include "mapping/sc_global.h"
 #include "support/content_text.h"
+#include "support/full_run.h"
 
 using automation::Bstr;
 using automation::call;
@@ -107,7 +108,8 @@ TEST_CASE_FIXTURE(ProjectFixture, "whichever allocation fails, it is reported an
         for (const bool for_good : {false, true}) {
             CAPTURE(for_good);
             has_failed = true;
-            for (long n = 1; has_failed; ++n) {
+            long n = 1;
+            for (; has_failed; ++n) {
                 CAPTURE(n);
                 const long before = automation::live_count();
                 has_failed = false;
@@ -124,6 +126,7 @@ TEST_CASE_FIXTURE(ProjectFixture, "whichever allocation fails, it is reported an
                 if (has_failed && !own && !for_good) CHECK(error_count() + message_count() > 0);
                 call(service(), &IHostKitService::Clear);
             }
+            test::tell_figure("allocations that failed", n - 2);
         }
         act();
         CHECK(error_count() == 0);

@@ -1,18 +1,17 @@
 // Through the DLL: what users do, again and again, and on two threads at once.
-#include <cstdlib>
 #include <thread>
 
 #include "automation/dom.h"
 #include "faults/scenarios.h"
+#include "support/full_run.h"
 #include "support/heap.h"
 
 using namespace test;
 
 namespace {
 
-// TESSERA_FULL asks for the long run.
 int repetitions() {
-    return std::getenv("TESSERA_FULL") ? 10000 : 30;
+    return is_full_run() ? 10000 : 30;
 }
 
 // What one call in the middle of many leaves allocated.
@@ -45,6 +44,7 @@ TEST_CASE_FIXTURE(ScenarioFixture, "no repetition leaves anything behind") {
             call(service(), &IHostKitService::Clear);
         });
         CHECK(left < platform + 16);
+        tell_figure("repetitions of a scenario", repetitions());
     }
 }
 
