@@ -8,16 +8,13 @@ using namespace test;
 
 namespace {
 
-// The names of the logged calls that can be made to fail.
-std::vector<std::wstring> names_of(const std::wstring& log) {
-    std::vector<std::wstring> names;
+// The logged calls that can be made to fail.
+std::vector<std::wstring> calls_of(const std::wstring& log) {
+    std::vector<std::wstring> calls;
     std::wistringstream lines(log);
-    for (std::wstring line; std::getline(lines, line);) {
-        const bool is_creation = line.starts_with(L"new ");
-        if (!line.empty() && !line.starts_with(L"Service.ReportError"))
-            names.push_back(is_creation ? line : line.substr(0, line.find(L' ')));
-    }
-    return names;
+    for (std::wstring line; std::getline(lines, line);)
+        if (!line.empty() && !line.starts_with(L"Service.ReportError")) calls.push_back(line);
+    return calls;
 }
 
 class SweepFixture : public ScenarioFixture {
@@ -54,12 +51,12 @@ TEST_CASE_FIXTURE(SweepFixture,
             calls();
             run.act();
         }
-        const auto names = names_of(calls());
+        const auto all_calls = calls_of(calls());
         call(kit, &IHostKit::put_LogsCalls, VARIANT_FALSE);
-        REQUIRE(names.size() > 1);
+        REQUIRE(all_calls.size() > 1);
         const std::wstring usual = told();
         std::string listing;
-        for (long n = 1; n <= static_cast<long>(names.size()); ++n) {
+        for (long n = 1; n <= static_cast<long>(all_calls.size()); ++n) {
             for (const bool for_good : {false, true}) {
                 CAPTURE(n);
                 CAPTURE(for_good);
@@ -71,14 +68,14 @@ TEST_CASE_FIXTURE(SweepFixture,
                     const std::wstring reports = told();
                     if (for_good) CHECK(!reports.empty());
                     if (!for_good)
-                        listing += in_one_line(names[static_cast<std::size_t>(n - 1)]) + ": " +
+                        listing += in_one_line(all_calls[static_cast<std::size_t>(n - 1)]) + ": " +
                                    in_one_line(reports) + "\n";
                     CHECK(wrong_in_contents(run.outcome()) == L"");
                 }
                 CHECK(is_idle(L"Tessera.dll"));
             }
         }
-        tell_figure("calls of the host that failed", 2 * static_cast<long>(names.size()));
+        tell_figure("calls of the host that failed", 2 * static_cast<long>(all_calls.size()));
         tell_figure("reports compared", static_cast<long>(std::ranges::count(listing, ';')));
         CHECK(repeat(scenario) == expected);
         CHECK(told() == usual);

@@ -19,6 +19,9 @@ constexpr wchar_t every_row[] =
     L"\"\"\r\n"
     L"Content \"S!A5\", P.AttributeByFullName(\"Build.Note\"), \"GetXValue\", 2, \"\", \"\"\r\n"
     L"Content \"S!A6\", P, \"GetInternationalDescription\", 2, \"\", \"\"\r\n"
+    L"Content \"S!A7\", P.AttributeByFullName(\"Build.Material\"), \"DisplayValue\", \"\", \"\", "
+    L"\"\"\r\n"
+    L"Content \"S!A8\", P, \"Name & Description\", \"\", \"\", \"\"\r\n"
     L"ContentFix \"S!B1\", Project.SystemUID\r\n"
     L"ContentFix \"S!B2\", ReportObject\r\n"
     L"Content \"Q!A1\", WorkSet.LoadObject(8, \"D6\"), \"\", \"\", \"\", \"\"\r\n"
@@ -72,7 +75,8 @@ Scenario ScenarioFixture::script(const wchar_t* name, const wchar_t* document_na
             }};
 }
 
-Scenario ScenarioFixture::stored_script(const wchar_t* name, const wchar_t* document_name) {
+Scenario ScenarioFixture::stored_script(const wchar_t* name, const wchar_t* document_name,
+                                        const wchar_t* before) {
     return {name, [=, this] {
                 const auto runner = create<ITesseraVexScript>(L"Tessera.VexScript");
                 const auto sheet = document(document_name);
@@ -83,6 +87,7 @@ Scenario ScenarioFixture::stored_script(const wchar_t* name, const wchar_t* docu
                     return std::wstring(script ? get(script, &IKelosAttribute::get_Value, 1L).text()
                                                : L"");
                 };
+                get(runner, &ITesseraVexScript::SetVexScript, sheet.get(), Bstr(before).get());
                 const auto read = shared<std::wstring>();
                 return Run{[=] {
                                *read = get(runner, &ITesseraVexScript::GetVexScript, sheet.get(),
@@ -94,8 +99,6 @@ Scenario ScenarioFixture::stored_script(const wchar_t* name, const wchar_t* docu
                            },
                            [=] {
                                const std::wstring found = *read + L"|" + stored();
-                               get(runner, &ITesseraVexScript::SetVexScript, sheet.get(),
-                                   Bstr(L"Sub DoVex()\r\n'before\r\nEnd Sub").get());
                                return found;
                            },
                            [=] { runner->putref_Document(nullptr); }};
@@ -233,8 +236,9 @@ std::vector<Scenario> ScenarioFixture::scenarios() {
         script(L"failing script", L"Leer", failing),
         script(L"failing script in a text box", L"Leer", failing, L"Kelos.TextBox"),
         script(L"failing script in the editor", L"Leer", failing, L"Kelos.ScriptControl"),
-        stored_script(L"stored script", L"Gespeichert"),
-        stored_script(L"delegated script", L"Delegiert"),
+        stored_script(L"stored script", L"Gespeichert", L"Sub DoVex()\r\n'before\r\nEnd Sub"),
+        stored_script(L"generated script", L"Rahmen", L"Sub DoVex()\r\nEnd Sub"),
+        stored_script(L"delegated script", L"Delegiert", L""),
         query_texts(),
         query_document(),
         reading(),

@@ -37,7 +37,8 @@ class ScenarioFixture : public WatchedProject {
   private:
     Scenario script(const wchar_t* name, const wchar_t* document, std::wstring_view text,
                     const wchar_t* editor = nullptr);
-    Scenario stored_script(const wchar_t* name, const wchar_t* document);
+    // `before`: the script that is there.
+    Scenario stored_script(const wchar_t* name, const wchar_t* document, const wchar_t* before);
     Scenario query_texts();
     Scenario query_document();
     Scenario reading();

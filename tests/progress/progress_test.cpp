@@ -22,55 +22,13 @@ LRESULT CALLBACK do_meanwhile(int code, WPARAM window, LPARAM) {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(ProgressFixture, "opening and closing call the host in this order") {
+TEST_CASE_FIXTURE(ProgressFixture, "a form is opened once and closed once") {
     log_calls();
     start();
-    CHECK(calls() ==
-          LR"(
-new Kelos.Service
-Service.get_Application
-Service.Trace "ZUL: Form_Initialize"
-Application.get_CurrentWorkset
-Service.Trace "ZUL: getting the undo state"
-WorksetObject.get_CurrentUndoState
-WorksetObject.get_OuterUndoState
-new Kelos.StandardControls
-StandardControls.CreateLabel 10, "run"
-StandardControls.CreateProgressBar
-StandardControls.CreateButton 10, "Abort"
-Button.putref_Events IKelosButtonEvents
-Service.get_UIService
-UIService.get_FormSetting
-FormSetting.Apply ITesseraPrgFrm
-Service.TranslateText "~00811 Bitte warten..."
-Label.put_Caption "Bitte warten..."
-Service.TranslateText "~001d4 Abbrechen"
-Button.put_Caption "Abbrechen"
-Service.get_Application
-Application.get_WindowService
-WindowService.RegisterForm ITesseraPrgFrm, 0, Nothing, ITesseraProgress
-Service.get_ControlWrapper IKelosButton
-ControlWrapper.Activate
-)" + undo_restored);
-
-    SUBCASE("every activation asks for the button") {
-        SendMessageW(window(), WM_ACTIVATE, WA_CLICKACTIVE, 0);
-        SendMessageW(window(), WM_ACTIVATE, WA_INACTIVE, 0);
-        CHECK(calls() == L"\nService.get_ControlWrapper IKelosButton\nControlWrapper.Activate\n");
-    }
+    calls();
     SUBCASE("an open form is not opened again") {
         start();
         CHECK(calls() == L"\n" + undo_restored);
-    }
-    SUBCASE("a percentage restores the undo state twice and moves the bar") {
-        percentage(50);
-        CHECK(calls() ==
-              L"\n" + undo_restored + undo_restored + L"ProgressBar.get_Bar\nBar.put_Value 50\n");
-    }
-    SUBCASE("the last percentage moves the bar and closes the form") {
-        percentage(100);
-        CHECK(calls() ==
-              L"\n" + undo_restored + L"ProgressBar.get_Bar\nBar.put_Value 100\n" + given_back);
     }
     SUBCASE("only the first stop does something") {
         stop();
@@ -184,44 +142,6 @@ TEST_CASE_FIXTURE(ProgressFixture, "what cannot be opened is reported once and t
     percentage(0);
     CHECK(form_is_open());
     CHECK(error_count() == 0);
-}
-
-TEST_CASE_FIXTURE(ProgressFixture, "failures are reported by the member that they happen in") {
-    struct Failure {
-        const wchar_t* member;
-        short percentage;
-        const wchar_t* reports;
-        uceProgressState state;
-    };
-    const Failure failures[] = {
-        {L"WorksetObject.putref_CurrentUndoState", 50,
-         L"Tessera.Progress|Public Property Let 'Percentage'\n", uccStateOpen},
-        {L"ProgressBar.get_Bar", 50,
-         L"Tessera.PrgFrm|Public Property Get 'PBar'\n"
-         L"Tessera.Progress|Public Property Let 'Percentage'\n",
-         uccStateOpen},
-        {L"Bar.put_Value", 50, L"Tessera.Progress|Public Property Let 'Percentage'\n",
-         uccStateOpen},
-        {L"WindowService.UnregisterForm", 100, L"Tessera.Progress|Private Sub 'StopProcess'\n",
-         uccStateClosed},
-        {L"Application.get_WindowService", 100, L"Tessera.Progress|Private Sub 'StopProcess'\n",
-         uccStateClosed},
-    };
-    for (const Failure& failure : failures) {
-        CAPTURE(failure.member);
-        percentage(0);
-        fail(failure.member);
-        percentage(failure.percentage);
-        fail_nothing();
-        CHECK(take_errors() == failure.reports);
-        CHECK(state() == failure.state);
-        // The form is still there, its button included, and can be closed later.
-        CHECK(form_is_open());
-        click_abort();
-        CHECK(state() == uccStateAbort);
-        stop();
-        CHECK_FALSE(form_is_open());
-    }
 }
 
 TEST_CASE_FIXTURE(ProgressFixture,

@@ -39,42 +39,6 @@ UserObject.get_Login
 
 }  // namespace
 
-TEST_CASE_FIXTURE(RunnerFixture, "a script that runs") {
-    use(document(L"Datenblatt"));
-    log_calls();
-    CHECK(execute(L"Sub DoVex()\r\nContentFix \"S!A1\", Project.SystemUID\r\nEnd Sub"));
-    CHECK(calls() ==
-          LR"(
-new Kelos.Service
-Service.TranslateText "~006f2 Unerwarteter Fehler"
-new KelosScript.Engine
-ScriptEngine.put_ReportErrors True
-Service.Trace "Set mDocument = vNewValue"
-DocumentObject.get_Objects
-ObjectList.get_Count
-ObjectList.get_Item 1
-PlainObject.get_XObj "Pumpe"
-ObjectList.get_Item 2
-MappingObject.get_XObj "Tabelle"
-ScriptEngine.AddModule "Global", ITesseraSCGlobal, True
-ScriptEngine.AddModule "VexScriptRun", ITesseraVexScript, False
-ScriptEngine.CodeObject "VexScriptRun"
-CodeObject.GetIDsOfNames "DoVex"
-CodeObject.Invoke ()
-WorksetObject.get_CurrentProject
-ProjectObject.get_SystemUID "Werk"
-DocumentObject.get_Project "Datenblatt"
-ProjectObject.get_CurrentLanguage
-LanguageObject.get_LCID
-MappingObject.AttributeByFullName "Tabelle", "Y00T00192.Y00A05508"
-AttributeObject.get_ValueText "Y00T00192.Y00A05508"
-Service.Trace "XMLOptions->CreateOptionsRoot: returns <Options Version="1"/>"
-Service.Trace "OptionMappingTable->XMLNode: returns <AllowSheetCreation Version="1" Data="-1" Type="Boolean"/>"
-Service.Trace "XMLOptions->XMLNode: returns <Options Version="1">\r\n	<AllowSheetCreation Version="1" Data="-1" Type="Boolean"/>\r\n</Options>"
-Service.Trace "Tessera.SCGlobal->AddOptionsToXml: updated root <Contents Version="1">\r\n	<Content Version="1">\r\n		<KelosObject Version="1">\r\n			<SystemUID ...
-)");
-}
-
 TEST_CASE_FIXTURE(RunnerFixture, "a script that fails") {
     use(document(L"Leer"));
     const wchar_t script[] = L"Sub DoVex()\r\na = 1\r\nx = 1 / 0\r\nEnd Sub";
@@ -140,63 +104,8 @@ Service.FocusControl IKelosScriptEditor
 }
 
 TEST_CASE_FIXTURE(RunnerFixture, "a script that is looked for and stored") {
-    const auto saved = document(L"Gespeichert");
-    const auto framed = document(L"Rahmen");
     const auto empty = document(L"Leer");
     log_calls();
-    SUBCASE("read where it is stored") {
-        CHECK(stored(saved) == L"Sub DoVex()\r\nContentFix \"S!A1\", \"stored\"\r\nEnd Sub");
-        CHECK(calls() ==
-              LR"(
-DocumentObject.get_Delegate
-DocumentObject.get_Attributes "Gespeichert"
-AttributeList.get_Item "Vex"
-DocumentObject.get_Attributes "Gespeichert"
-AttributeList.get_Item "Vex"
-AttributeObject.get_Value "Vex", 1
-AttributeObject.get_Marker "Vex"
-AttributeObject.put_Marker "Vex", "~"
-AttributeObject.get_Value "Vex", 1
-)");
-        stored(saved);  // the marker stands
-        CHECK(calls() ==
-              LR"(
-DocumentObject.get_Delegate
-DocumentObject.get_Attributes "Gespeichert"
-AttributeList.get_Item "Vex"
-DocumentObject.get_Attributes "Gespeichert"
-AttributeList.get_Item "Vex"
-AttributeObject.get_Value "Vex", 1
-AttributeObject.get_Marker "Vex"
-AttributeObject.get_Value "Vex", 1
-)");
-    }
-    SUBCASE("generated for a table") {
-        stored(framed);
-        CHECK(calls() ==
-              LR"(
-DocumentObject.get_Delegate
-DocumentObject.get_Attributes "Rahmen"
-AttributeList.get_Item "Vex"
-DocumentObject.get_Attributes "Rahmen"
-AttributeList.get_Item "Vex"
-AttributeObject.get_Value "Vex", 1
-DocumentObject.get_Objects
-ObjectList.get_Count
-ObjectList.get_Item 1
-MappingObject.get_XObj "Tabelle"
-DocumentObject.get_Delegate
-DocumentObject.get_Attributes "Rahmen"
-AttributeList.get_Item "Vex"
-AttributeObject.put_Value "Vex", 1, "Sub DoVex()\r\n'*****************************************************************************\r\n'Automatically generated V...
-AttributeObject.get_Marker "Vex"
-DocumentObject.get_Delegate
-DocumentObject.get_Attributes "Rahmen"
-AttributeList.get_Item "Vex"
-AttributeObject.get_Marker "Vex"
-AttributeObject.get_Value "Vex", 1
-)");
-    }
     SUBCASE("nothing without a table") {
         CHECK(stored(empty) == L"");
         CHECK(calls() ==
@@ -234,40 +143,6 @@ TEST_CASE_FIXTURE(RunnerFixture, "a script that a delegate keeps") {
     const auto login = [&](const wchar_t* name) {
         call(workset.as<IHostKitWorkset>(), &IHostKitWorkset::put_CurrentLogin, Bstr(name).get());
     };
-    SUBCASE("generated and stored there") {
-        log_calls();
-        CHECK(stored(delegating).starts_with(L"Sub DoVex()"));
-        CHECK(calls() == L"\n" + delegate +
-                             LR"(PlainObject.get_Attributes "Anlage"
-AttributeList.get_Item "Vex"
-DocumentObject.get_Attributes "Delegiert"
-AttributeList.get_Item "Vex"
-DocumentObject.get_Objects
-ObjectList.get_Count
-ObjectList.get_Item 1
-MappingObject.get_XObj "Tabelle"
-)" + delegate + LR"(PlainObject.get_Attributes "Anlage"
-AttributeList.get_Item "Vex"
-PlainObject.get_Attributes "Anlage"
-AttributeList.Add "Vex"
-AttributeObject.put_Value "Vex", 1, "Sub DoVex()\r\n'*****************************************************************************\r\n'Automatically generated V...
-AttributeObject.get_Marker "Vex"
-AttributeObject.put_Marker "Vex", "~"
-)" + delegate + LR"(PlainObject.get_Attributes "Anlage"
-AttributeList.get_Item "Vex"
-AttributeObject.get_Marker "Vex"
-AttributeObject.get_Value "Vex", 1
-)");
-        CHECK(store(delegating, L"x"));
-        CHECK(calls() == L"\n" + delegate +
-                             LR"(PlainObject.get_Attributes "Anlage"
-AttributeList.get_Item "Vex"
-AttributeObject.put_Value "Vex", 1, "x"
-AttributeObject.get_Marker "Vex"
-)");
-        CHECK(stored(delegating) == L"x");  // not generated again
-        CHECK(script_of(object(L"Anlage")));
-    }
     SUBCASE("neither for who may not write there") {
         login(L"ben");
         log_calls();
