@@ -57,6 +57,7 @@ TEST_CASE_FIXTURE(SweepFixture,
         const std::wstring usual = told();
         std::string listing;
         for (long n = 1; n <= static_cast<long>(all_calls.size()); ++n) {
+            bool is_passed_over = false;  // a failure that is none to the user
             for (const bool for_good : {false, true}) {
                 CAPTURE(n);
                 CAPTURE(for_good);
@@ -66,7 +67,8 @@ TEST_CASE_FIXTURE(SweepFixture,
                     run.act();
                     fail_nothing();
                     const std::wstring reports = told();
-                    if (for_good) CHECK(!reports.empty());
+                    if (for_good && !is_passed_over) CHECK(!reports.empty());
+                    is_passed_over = reports.empty();
                     if (!for_good)
                         listing += in_one_line(all_calls[static_cast<std::size_t>(n - 1)]) + ": " +
                                    in_one_line(reports) + "\n";

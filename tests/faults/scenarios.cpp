@@ -59,19 +59,26 @@ Scenario ScenarioFixture::script(const wchar_t* name, const wchar_t* document_na
                 call(runner, &ITesseraVexScript::putref_WorkSet, workset.get());
                 call(runner, &ITesseraVexScript::putref_Document, sheet.get());
                 ComPtr<IDispatch> control;
-                if (editor) control = create<IDispatch>(editor);
+                if (editor) {
+                    control = create<IDispatch>(editor);
+                    const auto rich = control.try_as<IHostKitScriptControl>();
+                    const ComPtr<IDispatch> with_text =
+                        rich ? get(rich, &IHostKitScriptControl::get_Object) : control;
+                    automation::put_property(with_text.get(), L"Text", Variant(text));
+                }
+                // Without a text the runner takes the control's.
+                const Bstr given(editor ? std::wstring_view() : std::wstring_view(text));
                 call(runner, &ITesseraVexScript::putref_EditControl, control.get());
                 const auto result = shared<dom::Document>();
-                return Run{
-                    [=] { *result = get(runner, &ITesseraVexScript::Execute, Bstr(text).get()); },
-                    [=] { return xml_of(*result); },
-                    [=] {
-                        runner->putref_EditControl(nullptr);
-                        runner->putref_WorkSet(nullptr);
-                        runner->putref_Document(nullptr);
-                        get(runner, &ITesseraVexScript::Execute,
-                            Bstr(L"Sub DoVex()\r\nContentFix \"N!A1\", 1\r\nEnd Sub").get());
-                    }};
+                return Run{[=] { *result = get(runner, &ITesseraVexScript::Execute, given.get()); },
+                           [=] { return xml_of(*result); },
+                           [=] {
+                               runner->putref_EditControl(nullptr);
+                               runner->putref_WorkSet(nullptr);
+                               runner->putref_Document(nullptr);
+                               get(runner, &ITesseraVexScript::Execute,
+                                   Bstr(L"Sub DoVex()\r\nContentFix \"N!A1\", 1\r\nEnd Sub").get());
+                           }};
             }};
 }
 
