@@ -93,6 +93,20 @@ void with_refusal(const dom::Node& element, std::size_t place, Refuse* refusal, 
 
 }  // namespace
 
+TEST_CASE_FIXTURE(ArchiveFixture, "an item that is written again is the same one among many") {
+    ArchiveNode title = this->title();
+    const automation::BstrView names[] = {L"A"_bstr, L"B"_bstr, L"C"_bstr, L"D"_bstr,
+                                          L"E"_bstr, L"F"_bstr, L"G"_bstr, L"H"_bstr,
+                                          L"I"_bstr, L"J"_bstr, L"K"_bstr, L"L"_bstr};
+    for (const long value : {1L, 2L})
+        for (const automation::BstrView name : names)
+            XML_WriteItem(title, name, Variant(value));
+    int count = 0;
+    dom::for_each_element(title.node(), [&](const dom::Node&) { ++count; });
+    CHECK(count == 12);
+    CHECK(XML_ReadItem(title.node(), L"L").lVal == 2);
+}
+
 TEST_CASE_FIXTURE(ArchiveFixture,
                   "every type of the table is written with its name and read back") {
     struct Row {
