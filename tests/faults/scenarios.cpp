@@ -236,10 +236,13 @@ Scenario ScenarioFixture::encoding() {
 }
 
 std::vector<Scenario> ScenarioFixture::scenarios() {
+    const wchar_t* const good = L"Sub DoVex()\r\nContentFix \"S!A1\", 1\r\nEnd Sub";
     const wchar_t* const failing = L"Sub DoVex()\r\nContentFix \"S!A1\", 1\r\nx = 1 / 0\r\nEnd Sub";
     return {
         script(L"export", L"Datenblatt", automation::as_wide(tessera::default_mapping_script())),
         script(L"rows of every kind", L"Datenblatt", every_row),
+        script(L"script in a text box", L"Rahmen", good, L"Kelos.TextBox"),
+        script(L"script in the editor", L"Rahmen", good, L"Kelos.ScriptControl"),
         script(L"failing script", L"Leer", failing),
         script(L"failing script in a text box", L"Leer", failing, L"Kelos.TextBox"),
         script(L"failing script in the editor", L"Leer", failing, L"Kelos.ScriptControl"),

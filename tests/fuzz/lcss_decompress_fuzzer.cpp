@@ -1,6 +1,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench/reference_lcss.h"
 #include "codec/lcss_compress.h"
 #include "codec/lcss_decompress.h"
 #include "fuzz_input.h"
@@ -19,6 +20,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (text.view().size() < 0x10000) {
         const std::u16string compressed = LCSSCompress(text.view(), fuzz::page());
         fuzz::require(LCSSDecompress(compressed, fuzz::page()).text == text.view());
+        // The literal compressor takes its time.
+        if (text.view().size() <= 200)
+            fuzz::require(compressed == reference::compress(text.view(), [](std::size_t byte) {
+                              return fuzz::page().to_char(static_cast<std::uint8_t>(byte));
+                          }));
     }
     return 0;
 }

@@ -127,6 +127,29 @@ TEST_CASE_FIXTURE(ProgressFixture, "a click that waits counts for the next perce
     CHECK(state() == uccStateAbort);
 }
 
+TEST_CASE_FIXTURE(ProgressFixture, "an abort clicked while the host shows a message counts") {
+    percentage(10);
+    call(service(), &IHostKitService::put_Mode, hkmInteractive);
+    static HWND abort_button;
+    abort_button = button();
+    // Runs in the message box's own loop.
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) {
+        const HWND box = FindWindowW(L"#32770", L"HQuery (Tessera)");
+        if (!box) return;
+        SendMessageW(abort_button, BM_CLICK, 0, 0);
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+    });
+    const auto cursor = create<ITesseraHQuery>(L"Tessera.HQuery");
+    call(cursor, &ITesseraHQuery::MoveFirst);
+    CHECK_FALSE(get(cursor, &ITesseraHQuery::get_Cell, short{1}));
+    KillTimer(nullptr, timer);
+    call(service(), &IHostKitService::put_Mode, hkmRecording);
+    CHECK(message_count() == 1);
+    CHECK(state() == uccStateAbort);
+    percentage(20);
+    CHECK_FALSE(form_is_open());
+}
+
 TEST_CASE_FIXTURE(ProgressFixture, "the undo states of the opening are written back") {
     const auto inner = get(workset, &IKelosWorkset::get_CurrentUndoState);
     const auto outer = get(workset, &IKelosWorkset::get_OuterUndoState);
