@@ -4,8 +4,8 @@
 
 namespace cli {
 
-// From now on the program ends with a sentence instead of a crash when the calling thread's stack is
-// exhausted. Unfinished files vanish with it.
+// From now on the program ends with a sentence instead of a crash when the calling thread's stack
+// is exhausted. Unfinished files vanish with it.
 void report_exhausted_stack() noexcept;
 
 }  // namespace cli
