@@ -87,6 +87,9 @@ TEST_CASE_FIXTURE(HostileFixture, "wrong types and data are told and leave the r
         CHECK(told() > 0);
         call(service(), &IHostKitService::Clear);
     }
+    reread(L"<Content Version='x'/>");
+    CHECK(error(1) == L"Tessera.XMLPublics|Public Function 'XML_GetVersion'");
+    call(service(), &IHostKitService::Clear);
     // Of titles that stand twice the first counts.
     const auto twice = reread(
         element(L"Content", element(L"Document", L"<Pointer Type='String' Data='S!A1'/>") +
