@@ -116,6 +116,12 @@ TEST_CASE_FIXTURE(ProgressFixture, "what cannot be opened is reported once and t
 
     percentage(0);
     CHECK(state() == uccStateOpen);
+    if (none) {
+        const auto errors = get(service(), &IHostKitService::get_Errors);
+        const auto error = get(errors, &IHostKitErrors::get_Item, 1L);
+        CHECK(get(error, &IHostKitError::get_Description).view() ==
+              L"The window of the progress form cannot be created");
+    }
     CHECK(take_errors() == start_failed);
     for (short step = 1; step < 100; ++step) {
         percentage(step);
