@@ -25,7 +25,11 @@ struct Reference {
 
 // The reference that the text starts with; of length 0 when it is none of white space.
 Reference white_space_reference(std::string_view text) noexcept {
+    // No more than anybody writes: a text full of unfinished ones is not searched to its end each
+    // time.
+    constexpr std::size_t longest = 32;
     if (!text.starts_with("&#")) return {};
+    text = text.substr(0, longest);
     const std::size_t end = text.find(';');
     if (end == std::string_view::npos) return {};
     const bool is_hexadecimal = text.substr(2, 1) == "x";

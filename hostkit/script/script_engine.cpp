@@ -29,7 +29,9 @@ constexpr wchar_t message_box_code[] = L"Dim MsgBox\nSet MsgBox = KelosMessageBo
 // Also when it only stands in a comment or a text: the variable does no harm.
 bool asks_for_message_box(std::wstring_view code) {
     constexpr std::wstring_view name = L"MsgBox";
-    for (std::size_t i = 0; i + name.size() <= code.size(); ++i)
+    constexpr std::wstring_view first = L"mM";
+    for (std::size_t i = code.find_first_of(first); i != code.npos;
+         i = code.find_first_of(first, i + 1))
         if (automation::equal_ignoring_case(code.substr(i, name.size()), name)) return true;
     return false;
 }

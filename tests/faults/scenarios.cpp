@@ -84,82 +84,78 @@ Scenario ScenarioFixture::script(const wchar_t* name, const wchar_t* document_na
 
 Scenario ScenarioFixture::stored_script(const wchar_t* name, const wchar_t* document_name,
                                         const wchar_t* before) {
-    return {name, [=, this] {
-                const auto runner = create<ITesseraVexScript>(L"Tessera.VexScript");
-                const auto sheet = document(document_name);
-                const auto attributes = get(sheet, &IKelosObject::get_Attributes);
-                const auto stored = [=] {
-                    const auto script = get(attributes, &IKelosAttributes::get_Item,
-                                            static_cast<VARIANT>(Variant(L"Vex")));
-                    return std::wstring(script ? get(script, &IKelosAttribute::get_Value, 1L).text()
-                                               : L"");
-                };
-                get(runner, &ITesseraVexScript::SetVexScript, sheet.get(), Bstr(before).get());
-                const auto read = shared<std::wstring>();
-                return Run{[=] {
-                               *read = get(runner, &ITesseraVexScript::GetVexScript, sheet.get(),
-                                           VARIANT_FALSE)
-                                           .str();
-                               const Bstr mine(L"Sub DoVex()\r\n'mine\r\nEnd Sub");
-                               get(runner, &ITesseraVexScript::SetVexScript, sheet.get(),
-                                   mine.get());
-                           },
-                           [=] {
-                               const std::wstring found = *read + L"|" + stored();
-                               return found;
-                           },
-                           [=] { runner->putref_Document(nullptr); }};
-            }};
+    return {
+        name, [=, this] {
+            const auto runner = create<ITesseraVexScript>(L"Tessera.VexScript");
+            const auto sheet = document(document_name);
+            const auto attributes = get(sheet, &IKelosObject::get_Attributes);
+            const auto stored = [=] {
+                const auto script = get(attributes, &IKelosAttributes::get_Item,
+                                        static_cast<VARIANT>(Variant(L"Vex")));
+                return std::wstring(script ? get(script, &IKelosAttribute::get_Value, 1L).text()
+                                           : L"");
+            };
+            get(runner, &ITesseraVexScript::SetVexScript, sheet.get(), Bstr(before).get());
+            const auto read = shared<std::wstring>();
+            return Run{
+                [=] {
+                    *read =
+                        get(runner, &ITesseraVexScript::GetVexScript, sheet.get(), VARIANT_FALSE)
+                            .str();
+                    const Bstr mine(L"Sub DoVex()\r\n'mine\r\nEnd Sub");
+                    get(runner, &ITesseraVexScript::SetVexScript, sheet.get(), mine.get());
+                },
+                [=] { return *read + L"|" + stored(); }, [=] { runner->putref_Document(nullptr); }};
+        }};
 }
 
-Scenario ScenarioFixture::query_texts() {
-    return {L"query texts", [this] {
+Scenario ScenarioFixture::query(const wchar_t* name, ReadQuery read, ChangeQuery change) {
+    return {name, [=, this] {
                 const auto content = create<ITesseraQContent>(L"Tessera.QContent");
                 const auto cursor = get(content, &ITesseraQContent::get_HQuery);
                 const auto query = get(kit, &IHostKit::get_Query, Bstr(L"Plan").get());
                 call(query, &IKelosQuery::Run);
                 const auto text = shared<std::wstring>();
-                return Run{
-                    [=, this] {
-                        call(cursor, &ITesseraHQuery::putref_WorkSet, workset.get());
-                        call(cursor, &ITesseraHQuery::putref_Query, query.get());
-                        *text = xml_of(get(content, &ITesseraQContent::XMLColumns));
-                        for (int i = 0; i < 30 && !get(cursor, &ITesseraHQuery::get_EOF); ++i) {
-                            *text += xml_of(get(content, &ITesseraQContent::XMLRow));
-                            Bstr row;
-                            get(content, &ITesseraQContent::XMLRowAsString, row.put(),
-                                i % 2 ? VARIANT_TRUE : VARIANT_FALSE);
-                            *text += row.str();
-                            get(cursor, &ITesseraHQuery::get_CellText, short{3}, uccMSOfficeString);
-                            cursor->MoveNext();
-                        }
-                        cursor->putref_Query(nullptr);
-                    },
-                    [=] { return *text; },
-                    [=] {
-                        cursor->putref_WorkSet(nullptr);
-                        cursor->putref_Query(nullptr);
-                        cursor->MoveFirst();
-                    }};
-            }};
-}
-
-Scenario ScenarioFixture::query_document() {
-    return {L"query document", [this] {
-                const auto content = create<ITesseraQContent>(L"Tessera.QContent");
-                const auto cursor = get(content, &ITesseraQContent::get_HQuery);
-                const auto query = get(kit, &IHostKit::get_Query, Bstr(L"Plan").get());
-                call(query, &IKelosQuery::Run);
-                const auto document = shared<dom::Document>();
                 return Run{[=, this] {
                                call(cursor, &ITesseraHQuery::putref_WorkSet, workset.get());
                                call(cursor, &ITesseraHQuery::putref_Query, query.get());
-                               *document = get(content, &ITesseraQContent::XMLComplete);
+                               *text = read(content.get(), cursor.get());
                                cursor->putref_Query(nullptr);
                            },
-                           [=] { return xml_of(*document); },
-                           [=] { cursor->putref_Query(query.get()); }};
+                           [=] { return *text; }, [=] { change(cursor.get(), query.get()); }};
             }};
+}
+
+Scenario ScenarioFixture::query_texts() {
+    return query(
+        L"query texts",
+        [](ITesseraQContent* content, ITesseraHQuery* cursor) {
+            std::wstring text = xml_of(get(content, &ITesseraQContent::XMLColumns));
+            for (int i = 0; i < 30 && !get(cursor, &ITesseraHQuery::get_EOF); ++i) {
+                text += xml_of(get(content, &ITesseraQContent::XMLRow));
+                Bstr row;
+                get(content, &ITesseraQContent::XMLRowAsString, row.put(),
+                    i % 2 ? VARIANT_TRUE : VARIANT_FALSE);
+                text += row.str();
+                get(cursor, &ITesseraHQuery::get_CellText, short{3}, uccMSOfficeString);
+                cursor->MoveNext();
+            }
+            return text;
+        },
+        [](ITesseraHQuery* cursor, IKelosQuery*) {
+            cursor->putref_WorkSet(nullptr);
+            cursor->putref_Query(nullptr);
+            cursor->MoveFirst();
+        });
+}
+
+Scenario ScenarioFixture::query_document() {
+    return query(
+        L"query document",
+        [](ITesseraQContent* content, ITesseraHQuery*) {
+            return xml_of(get(content, &ITesseraQContent::XMLComplete));
+        },
+        [](ITesseraHQuery* cursor, IKelosQuery* query) { cursor->putref_Query(query); });
 }
 
 Scenario ScenarioFixture::reading() {

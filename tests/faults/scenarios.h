@@ -39,6 +39,9 @@ class ScenarioFixture : public WatchedProject {
                     const wchar_t* editor = nullptr);
     // `before`: the script that is there.
     Scenario stored_script(const wchar_t* name, const wchar_t* document, const wchar_t* before);
+    using ReadQuery = std::wstring (*)(ITesseraQContent* content, ITesseraHQuery* cursor);
+    using ChangeQuery = void (*)(ITesseraHQuery* cursor, IKelosQuery* query);
+    Scenario query(const wchar_t* name, ReadQuery read, ChangeQuery change);
     Scenario query_texts();
     Scenario query_document();
     Scenario reading();

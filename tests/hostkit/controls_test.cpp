@@ -2,6 +2,7 @@
 #include <functional>
 #include <limits>
 
+#include "support/early_bound.h"
 #include "support/transcript.h"
 
 #include <commctrl.h>
@@ -47,20 +48,10 @@ class Parent {
 
 // Counts the events of a control; may do more on each.
 template <class Events>
-class EventCounter : public automation::PlainObject<Events> {
+class EventCounter : public EarlyBound<Events> {
   public:
     int count = 0;
     std::function<void()> then;
-
-    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                        UINT*) override {
-        return E_NOTIMPL;
-    }
 
   protected:
     HRESULT happened() {

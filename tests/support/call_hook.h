@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "automation/plain_object.h"
 #include "support/com_fixture.h"
+#include "support/early_bound.h"
 
 namespace test {
 
@@ -29,22 +29,13 @@ class CallHook {
     bool has_acted() const noexcept { return watcher_->left <= 0; }
 
   private:
-    struct Watcher : automation::PlainObject<IHostKitWatcher> {
+    struct Watcher : EarlyBound<IHostKitWatcher> {
         long left = 0;
         std::function<void()> act;
 
         STDMETHODIMP Called(long, long) override {
             if (--left == 0 && act) act();
             return S_OK;
-        }
-        STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-        STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-        STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-            return E_NOTIMPL;
-        }
-        STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                            UINT*) override {
-            return E_NOTIMPL;
         }
     };
 
