@@ -37,9 +37,21 @@ void ArchiveNode::remember_name(BstrView name) noexcept {
         children_known_ = false;
 }
 
-dom::Element ArchiveNode::child(std::wstring_view name) const {
-    if (children_known_ && !knows_name(name)) return {};
-    return dom::child_named(node_, name);
+ArchiveNode ArchiveNode::child(BstrView name) const {
+    if (draft_) return drafted(draft_->find_element(draft_->elements()[place_].first_child, name));
+    if (children_known_ && !knows_name(name.view())) return {};
+    return dom::child_named(node_, name.view());
+}
+
+ArchiveNode ArchiveNode::drafted(Draft::Index element) const noexcept {
+    return element == Draft::none ? ArchiveNode() : ArchiveNode(*draft_, element);
+}
+
+void ArchiveNode::set_attribute(BstrView name, BstrView text) {
+    if (draft_)
+        draft_->set(place_, name, text.view());
+    else
+        dom::set_attribute(element(), name, text);
 }
 
 void ArchiveNode::check_takes_element() {
@@ -51,16 +63,13 @@ void ArchiveNode::check_takes_element() {
     if (root) automation::fail(E_FAIL, L"Only one top level element is allowed in an XML document");
 }
 
-dom::Element ArchiveNode::append_element(BstrView name) {
+ArchiveNode ArchiveNode::append(BstrView name) {
+    if (draft_) return drafted(draft_->append(place_, name));
     dom::Element element = dom::create_element(document(), name);
     check_takes_element();
     dom::append(node_, element);
     remember_name(name);
-    return element;
-}
-
-ArchiveNode ArchiveNode::append_new(BstrView name) {
-    ArchiveNode result(append_element(name));
+    ArchiveNode result(std::move(element));
     result.document_ = document_;
     result.children_known_ = true;
     return result;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "archive/element_patterns.h"
 #include "automation/conversion.h"
 #include "host/error_boundary.h"
 #include "host/service.h"
@@ -22,6 +23,7 @@ using namespace automation::literals;
 namespace {
 
 constexpr wchar_t source[] = L"Tessera.XMLPublics";
+constexpr MemberName write_title{source, L"Public Function 'XML_WriteTitle'"};
 constexpr wchar_t key_title[] = L"~06150 XML-Bearbeitung";
 constexpr wchar_t key_not_archived[] =
     L"~00912 Die Variable kann nicht in Archiv gespeichert werden.";
@@ -155,10 +157,9 @@ dom::Element titled_child(const dom::Node& parent, std::wstring_view title_name,
     return title;
 }
 
-// Below an element a nameless title is never looked for.
-dom::Element existing_title(ArchiveNode& parent, std::wstring_view title_name,
-                            std::wstring_view name) {
-    if (!name.empty()) return titled_child(parent.node(), title_name, name);
+// Below an element a nameless title is never looked for. Drafts have no titles with names.
+ArchiveNode existing_title(ArchiveNode& parent, BstrView title_name, std::wstring_view name) {
+    if (!name.empty()) return titled_child(parent.node(), title_name.view(), name);
     if (parent.is_document()) return parent.child(title_name);
     return {};
 }
@@ -179,9 +180,8 @@ Variant converted(const Variant& data, VARTYPE type) {
     }
 }
 
-bool is_detached_title(const dom::Node& node, std::wstring_view title_name) {
-    if (get(node, &IXMLDOMNode::get_baseName).view() != title_name) return false;
-    return !get(node, &IXMLDOMNode::get_parentNode);
+bool is_detached_title(const ArchiveReader& node, std::wstring_view title_name) {
+    return node.base_name() == title_name && !get(node.node(), &IXMLDOMNode::get_parentNode);
 }
 
 }  // namespace
@@ -189,44 +189,68 @@ bool is_detached_title(const dom::Node& node, std::wstring_view title_name) {
 ArchiveNode XML_WriteTitle(ArchiveNode& parent, BstrView title_name, BstrView version,
                            BstrView name) noexcept {
     ArchiveNode title;
-    guarded({source, L"Public Function 'XML_WriteTitle'"}, [&] {
+    guarded(write_title, [&] {
         if (!parent) return;
-        title = existing_title(parent, title_name.view(), name.view());
-        if (!title) title = parent.append_new(title_name);
+        title = existing_title(parent, title_name, name.view());
+        if (!title) title = parent.append(title_name);
         if (!name.empty()) XML_WriteAttribute(title, attribute_name, automation::lend(name));
         XML_WriteAttribute(title, attribute_version, automation::lend(version));
     });
     return title;
 }
 
+DraftedTitle::DraftedTitle(ArchiveNode parent, BstrView title_name, BstrView version) noexcept
+    : parent_(std::move(parent)) {
+    guarded(write_title, [&] {
+        if (!parent_) return;
+        parent_.check_takes_element();
+        draft_ = ElementPatterns::of_thread().take_draft();
+        title_ = ArchiveNode(draft_, draft_.append(Draft::none, title_name));
+        XML_WriteAttribute(title_, attribute_version, automation::lend(version));
+    });
+}
+
+ArchiveNode DraftedTitle::write() noexcept {
+    ArchiveNode written;
+    guarded(write_title, [&] {
+        if (!title_) return;
+        ElementPatterns& patterns = ElementPatterns::of_thread();
+        written = patterns.write(draft_, parent_);
+        patterns.give_back(std::move(draft_));
+    });
+    title_ = {};
+    return written;
+}
+
 void XML_WriteAttribute(ArchiveNode& node, BstrView name, const VARIANT& value) noexcept {
     guarded({source, L"Private Function 'XML_WriteAttribute'"}, [&] {
         const BstrOrView text = GetString(value);
-        if (node) dom::set_attribute(node.element(), name, text);
+        if (node) node.set_attribute(name, text);
     });
 }
 
 dom::Element XML_WriteItem(ArchiveNode& title, BstrView item_name, const VARIANT& value) noexcept {
-    dom::Element item;
+    dom::Element written;
     guarded({source, L"Public Function 'XML_WriteItem'"}, [&] {
         if (!title) return;
-        item = title.child(item_name.view());
-        if (!item) item = title.append_element(item_name);
-        dom::set_attribute(item, attribute_type, automation::type_name(value));
-        dom::set_attribute(item, attribute_data, GetString(value));
+        ArchiveNode item = title.child(item_name);
+        if (!item) item = title.append(item_name);
+        written = item.element();
+        item.set_attribute(attribute_type, automation::type_name(value));
+        item.set_attribute(attribute_data, GetString(value));
     });
-    return item;
+    return written;
 }
 
-dom::Element XML_GetItemNode(const dom::Node& title, std::wstring_view item_name) noexcept {
+dom::Element XML_GetItemNode(const ArchiveReader& title, std::wstring_view item_name) noexcept {
     dom::Element item;
     guarded({source, L"Public Function 'XML_GetItemNode'"}, [&] {
-        if (title) item = dom::child_named(title, item_name);
+        if (title) item = title.child(item_name);
     });
     return item;
 }
 
-Variant XML_ReadItem(const dom::Node& title, std::wstring_view item_name) noexcept {
+Variant XML_ReadItem(const ArchiveReader& title, std::wstring_view item_name) noexcept {
     Variant value;
     guarded({source, L"Public Function 'XML_ReadItem'"}, [&] {
         const dom::Element item = XML_GetItemNode(title, item_name);
@@ -243,17 +267,17 @@ Variant XML_ReadItem(const dom::Node& title, std::wstring_view item_name) noexce
     return value;
 }
 
-dom::Node XML_GetTitleNode(const dom::Node& node, std::wstring_view title_name,
+dom::Node XML_GetTitleNode(const ArchiveReader& node, std::wstring_view title_name,
                            std::wstring_view name, bool show_message) noexcept {
     dom::Node title;
     guarded({source, L"Public Function 'XML_GetTitleNode'"}, [&] {
         if (!node) return;
         if (is_detached_title(node, title_name))
-            title = node;
+            title = node.node();
         else if (name.empty())
-            title = dom::child_named(node, title_name);
+            title = node.child(title_name);
         else
-            title = titled_child(node, title_name, name);
+            title = titled_child(node.node(), title_name, name);
         if (!title && show_message) show_not_found(title_name);
     });
     return title;

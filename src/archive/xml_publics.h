@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "archive/archive_node.h"
+#include "archive/archive_reader.h"
 
 namespace tessera {
 
@@ -27,21 +28,42 @@ ArchiveNode XML_WriteTitle(ArchiveNode& parent, automation::BstrView title_name,
 void XML_WriteAttribute(ArchiveNode& node, automation::BstrView name,
                         const VARIANT& value) noexcept;
 
-// Writes the item, in place of one of the same name. Nothing for nothing. `item_name` must outlive
-// the title.
+// Writes the item, in place of one of the same name, and returns it. Nothing for nothing, and in a
+// draft. `item_name` must outlive the title.
 dom::Element XML_WriteItem(ArchiveNode& title, automation::BstrView item_name,
                            const VARIANT& value) noexcept;
 
+// A new title that is made together with everything below it: what is written below `title` before
+// `write` becomes nodes all at once, which costs half of making them one by one. Reports like
+// XML_WriteTitle.
+class DraftedTitle {
+  public:
+    // The title is nothing when the parent is, or when it takes no elements.
+    DraftedTitle(ArchiveNode parent, automation::BstrView title_name,
+                 automation::BstrView version) noexcept;
+    DraftedTitle(const DraftedTitle&) = delete;
+    DraftedTitle& operator=(const DraftedTitle&) = delete;
+
+    ArchiveNode& title() noexcept { return title_; }
+    // Makes it the last child of the parent. Answers the node, or nothing.
+    ArchiveNode write() noexcept;
+
+  private:
+    ArchiveNode parent_;
+    Draft draft_;
+    ArchiveNode title_;
+};
+
 // The item element, or nothing.
-dom::Element XML_GetItemNode(const dom::Node& title, std::wstring_view item_name) noexcept;
+dom::Element XML_GetItemNode(const ArchiveReader& title, std::wstring_view item_name) noexcept;
 
 // The value of the item. A missing item, or one whose type cannot be read back, shows the
 // read-failure message and gives Empty.
-automation::Variant XML_ReadItem(const dom::Node& title, std::wstring_view item_name) noexcept;
+automation::Variant XML_ReadItem(const ArchiveReader& title, std::wstring_view item_name) noexcept;
 
 // The title element below the node (or the detached node itself); shows the not-found message if
 // wanted.
-dom::Node XML_GetTitleNode(const dom::Node& node, std::wstring_view title_name,
+dom::Node XML_GetTitleNode(const ArchiveReader& node, std::wstring_view title_name,
                            std::wstring_view name, bool show_message) noexcept;
 
 // The title's format version; 0 when it has none.

@@ -1,6 +1,9 @@
 // An owning automation string, and the two views of its 16-bit text.
 #pragma once
 
+#include <cstdint>
+#include <cstring>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,9 +21,12 @@ inline std::u16string_view as_u16(std::wstring_view text) noexcept {
 inline std::wstring_view as_wide(std::u16string_view text) noexcept {
     return {reinterpret_cast<const wchar_t*>(text.data()), text.size()};
 }
-// A null BSTR is the empty text.
-inline std::wstring_view view_of(BSTR text) noexcept {
-    return text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
+// A null BSTR is the empty text. The size in bytes stands before the characters.
+inline std::wstring_view view_of(const wchar_t* automation_string) noexcept {
+    if (!automation_string) return {};
+    std::uint32_t size;
+    std::memcpy(&size, reinterpret_cast<const char*>(automation_string) - sizeof size, sizeof size);
+    return {automation_string, size / sizeof(wchar_t)};
 }
 
 // Owns one BSTR; null stands for the empty text. Allocation failure throws std::bad_alloc.
@@ -32,12 +38,14 @@ class Bstr {
     explicit Bstr(const wchar_t* text) : Bstr(std::wstring_view(text)) {}
     Bstr(const Bstr& other) : Bstr(other.view()) {}
     Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
-    ~Bstr() { SysFreeString(text_); }
+    ~Bstr() { free(); }
     Bstr& operator=(Bstr other) noexcept {
         std::swap(text_, other.text_);
         return *this;
     }
 
+    // The texts one after the other.
+    static Bstr joined(std::initializer_list<std::wstring_view> texts);
     static Bstr attach(BSTR text) noexcept {
         Bstr result;
         result.text_ = text;
@@ -45,7 +53,8 @@ class Bstr {
     }
     [[nodiscard]] BSTR detach() noexcept { return std::exchange(text_, nullptr); }
     BSTR* put() noexcept {
-        SysFreeString(std::exchange(text_, nullptr));
+        free();
+        text_ = nullptr;
         return &text_;
     }
 
@@ -57,9 +66,13 @@ class Bstr {
     std::wstring_view view() const noexcept { return view_of(text_); }
     std::u16string_view u16() const noexcept { return as_u16(view()); }
     std::wstring str() const { return std::wstring(view()); }
-    bool empty() const noexcept { return SysStringLen(text_) == 0; }
+    bool empty() const noexcept { return view().empty(); }
 
   private:
+    void free() const noexcept {
+        if (text_) SysFreeString(text_);
+    }
+
     BSTR text_ = nullptr;
 };
 

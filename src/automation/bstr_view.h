@@ -31,7 +31,7 @@ class BstrView {
     BstrView(const Bstr& text) noexcept : text_(text.get()) {}
 
     BSTR get() const noexcept { return const_cast<BSTR>(text_); }
-    std::wstring_view view() const noexcept { return view_of(get()); }
+    std::wstring_view view() const noexcept { return view_of(text_); }
     bool empty() const noexcept { return view().empty(); }
 
   private:
@@ -47,19 +47,38 @@ constexpr BstrView operator""_bstr() noexcept {
 
 }  // namespace literals
 
+// The digits of a whole number, in the layout of an automation string.
+class NumberText {
+  public:
+    NumberText() noexcept = default;
+    explicit NumberText(long number) noexcept;
+
+    bool empty() const noexcept { return size_ == 0; }
+    operator BstrView() const noexcept { return BstrView(characters_); }
+
+  private:
+    std::uint32_t size_ = 0;  // in bytes
+    wchar_t characters_[12]{};
+};
+
 // What there is already is lent, what had to be made is owned.
 class BstrOrView {
   public:
     BstrOrView() noexcept = default;
     BstrOrView(BstrView lent) noexcept : lent_(lent) {}
     BstrOrView(Bstr made) noexcept : made_(std::move(made)) {}
+    BstrOrView(NumberText number) noexcept : number_(number) {}
 
-    operator BstrView() const noexcept { return made_.get() ? BstrView(made_) : lent_; }
+    operator BstrView() const noexcept {
+        if (!number_.empty()) return number_;
+        return made_.get() ? BstrView(made_) : lent_;
+    }
     std::wstring_view view() const noexcept { return BstrView(*this).view(); }
 
   private:
     BstrView lent_;
     Bstr made_;
+    NumberText number_;
 };
 
 // A text as an argument of a call, without a copy; never to be cleared.

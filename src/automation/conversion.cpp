@@ -97,6 +97,9 @@ Bstr to_text(const VARIANT& value) {
 
 BstrOrView text_of(const VARIANT& value) {
     if (value.vt == VT_BSTR) return BstrView(value.bstrVal);
+    // Whole numbers have the same text in every locale.
+    if (value.vt == VT_I2) return NumberText(value.iVal);
+    if (value.vt == VT_I4) return NumberText(value.lVal);
     return to_text(value);
 }
 

@@ -56,6 +56,15 @@ Variant invoke(IDispatch* object, DISPID member, WORD kind, Arguments arguments)
     return result;
 }
 
+ComPtr<IClassFactory> class_factory(const wchar_t* programmatic_name) {
+    CLSID class_id;
+    check(CLSIDFromProgID(programmatic_name, &class_id));
+    ComPtr<IClassFactory> factory;
+    check(CoGetClassObject(class_id, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
+                           reinterpret_cast<void**>(factory.put())));
+    return factory;
+}
+
 ComPtr<IUnknown> create_unknown(const wchar_t* programmatic_name) {
     CLSID class_id;
     check(CLSIDFromProgID(programmatic_name, &class_id));

@@ -41,6 +41,8 @@ ComPtr<Role> object_as(const Variant& value) noexcept {
     return value.object().template try_as<Role>();
 }
 
+// The factory of a class by its programmatic name.
+ComPtr<IClassFactory> class_factory(const wchar_t* programmatic_name);
 // Creates an object by its programmatic name and asks it for a role.
 ComPtr<IUnknown> create_unknown(const wchar_t* programmatic_name);
 template <class Role>

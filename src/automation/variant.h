@@ -12,7 +12,7 @@ namespace automation {
 // duplicated, objects are shared. Values given by reference are never kept: `value_of` resolves.
 class Variant : public VARIANT {
   public:
-    Variant() noexcept { VariantInit(this); }
+    Variant() noexcept : VARIANT{} {}
     explicit Variant(bool value) noexcept : Variant() {
         vt = VT_BOOL;
         boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
@@ -41,8 +41,10 @@ class Variant : public VARIANT {
         if (object) object->AddRef();
     }
     Variant(const Variant& other) : Variant() { assign(other); }
-    Variant(Variant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
-    ~Variant() { VariantClear(this); }
+    Variant(Variant&& other) noexcept : VARIANT(other) { other.vt = VT_EMPTY; }
+    ~Variant() {
+        if (is_owner()) VariantClear(this);
+    }
     Variant& operator=(Variant other) noexcept {
         std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
         return *this;
@@ -64,7 +66,7 @@ class Variant : public VARIANT {
     }
     [[nodiscard]] VARIANT detach() noexcept {
         const VARIANT result = *this;
-        VariantInit(this);
+        vt = VT_EMPTY;
         return result;
     }
 
@@ -80,6 +82,10 @@ class Variant : public VARIANT {
     }
 
   private:
+    // Of something that is to be given back; numbers and dates are not.
+    bool is_owner() const noexcept {
+        return vt == VT_BSTR || vt == VT_DISPATCH || vt == VT_UNKNOWN || vt > VT_UINT;
+    }
     void assign(const VARIANT& source);
 };
 

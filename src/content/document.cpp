@@ -35,7 +35,7 @@ void Document::write_items(ArchiveNode& title, ArchiveNode&) {
     write_text(title, item_pointer, pointer_);
 }
 
-void Document::read_items(const dom::Node& title, std::int16_t) {
+void Document::read_items(const ArchiveReader& title, std::int16_t) {
     pointer_ = read_text(title, item_pointer);
 }
 

@@ -19,7 +19,7 @@ class Document : public automation::Object<Document, ITesseraDocument>, public R
 
   protected:
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
-    void read_items(const dom::Node& title, std::int16_t version) override;
+    void read_items(const ArchiveReader& title, std::int16_t version) override;
 
   private:
     automation::Bstr pointer_;

@@ -88,7 +88,7 @@ void KelosObject::write_items(ArchiveNode& title, ArchiveNode&) {
 
 // Unlike `Object` get, reading needs no positive type and tries the path whenever there is a
 // project.
-void KelosObject::read_items(const dom::Node& title, std::int16_t) {
+void KelosObject::read_items(const ArchiveReader& title, std::int16_t) {
     object_.reset();
     system_uid_ = read_text(title, item_uid);
     system_type_ = read_long(title, item_type);

@@ -32,7 +32,7 @@ class KelosObject : public automation::Object<KelosObject, ITesseraKelosObject>,
 
   protected:
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
-    void read_items(const dom::Node& title, std::int16_t version) override;
+    void read_items(const ArchiveReader& title, std::int16_t version) override;
 
   private:
     void read_identity();

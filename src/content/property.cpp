@@ -141,7 +141,7 @@ void Property::write_items(ArchiveNode& title, ArchiveNode&) {
     write_long(title, item_query_property, query_property_);
 }
 
-void Property::read_items(const dom::Node& title, std::int16_t version) {
+void Property::read_items(const ArchiveReader& title, std::int16_t version) {
     get_name_ = read_text(title, item_get_name);
     set_name_ = read_text(title, item_set_name);
     get_parameter_ = XML_ReadItem(title, item_get_parameter.view());

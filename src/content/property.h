@@ -37,7 +37,7 @@ class Property : public automation::Object<Property, ITesseraProperty>, public R
 
   protected:
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
-    void read_items(const dom::Node& title, std::int16_t version) override;
+    void read_items(const ArchiveReader& title, std::int16_t version) override;
 
   private:
     automation::Bstr get_name_;

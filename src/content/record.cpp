@@ -31,14 +31,14 @@ ArchiveNode Record::write_below(ArchiveNode& owner) noexcept {
     return title;
 }
 
-void Record::read_from(const dom::Node& owner, const dom::Node& title) noexcept {
+void Record::read_from(const ArchiveReader& owner, const dom::Node& title) noexcept {
     guarded({record_class_.source, L"Property Let 'XMLNode'"}, [&] {
         if (!owner && !title) return;
         read(owner, title ? title : XML_GetTitleNode(owner, title_name().view(), {}, true));
     });
 }
 
-void Record::read(const dom::Node&, const dom::Node& title) {
+void Record::read(const ArchiveReader&, const dom::Node& title) {
     if (title) read_items(title, XML_GetVersion(title));
 }
 
@@ -58,19 +58,19 @@ void write_bool(ArchiveNode& title, BstrView name, bool value) {
     XML_WriteItem(title, name, Variant(value));
 }
 
-Bstr read_text(const dom::Node& title, BstrView name) {
+Bstr read_text(const ArchiveReader& title, BstrView name) {
     return automation::to_text(XML_ReadItem(title, name.view()));
 }
 
-long read_long(const dom::Node& title, BstrView name) {
+long read_long(const ArchiveReader& title, BstrView name) {
     return automation::to_long(XML_ReadItem(title, name.view()));
 }
 
-std::int16_t read_short(const dom::Node& title, BstrView name) {
+std::int16_t read_short(const ArchiveReader& title, BstrView name) {
     return automation::to_short(XML_ReadItem(title, name.view()));
 }
 
-bool read_bool(const dom::Node& title, BstrView name) {
+bool read_bool(const ArchiveReader& title, BstrView name) {
     return automation::to_bool(XML_ReadItem(title, name.view()));
 }
 

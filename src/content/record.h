@@ -26,7 +26,7 @@ class Record {
     ArchiveNode write_below(ArchiveNode& owner) noexcept;
     // Reads the record from the title, or from its title below the owner. Does nothing for two
     // nothings.
-    void read_from(const dom::Node& owner, const dom::Node& title) noexcept;
+    void read_from(const ArchiveReader& owner, const dom::Node& title) noexcept;
 
   protected:
     explicit Record(const RecordClass& record_class) noexcept : record_class_(record_class) {}
@@ -34,8 +34,8 @@ class Record {
 
     virtual void write_items(ArchiveNode& title, ArchiveNode& owner) = 0;
     // The title may be nothing; a record then stays as it is unless it says otherwise.
-    virtual void read(const dom::Node& owner, const dom::Node& title);
-    virtual void read_items(const dom::Node& title, std::int16_t version) = 0;
+    virtual void read(const ArchiveReader& owner, const dom::Node& title);
+    virtual void read_items(const ArchiveReader& title, std::int16_t version) = 0;
 
   private:
     const RecordClass& record_class_;
@@ -47,10 +47,10 @@ void write_long(ArchiveNode& title, automation::BstrView name, long value);
 void write_short(ArchiveNode& title, automation::BstrView name, std::int16_t value);
 void write_bool(ArchiveNode& title, automation::BstrView name, bool value);
 
-automation::Bstr read_text(const dom::Node& title, automation::BstrView name);
-long read_long(const dom::Node& title, automation::BstrView name);
-std::int16_t read_short(const dom::Node& title, automation::BstrView name);
-bool read_bool(const dom::Node& title, automation::BstrView name);
+automation::Bstr read_text(const ArchiveReader& title, automation::BstrView name);
+long read_long(const ArchiveReader& title, automation::BstrView name);
+std::int16_t read_short(const ArchiveReader& title, automation::BstrView name);
+bool read_bool(const ArchiveReader& title, automation::BstrView name);
 
 // How records keep variants: strings in office form, everything else as it came.
 

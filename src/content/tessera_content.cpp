@@ -23,11 +23,11 @@ constexpr BstrView format_version = L"1"_bstr;
 // then finds its title itself, without a message from here.
 constexpr wchar_t document_name_attribute[] = L"True";
 
-void read_record(Record& record, const dom::Node& content) {
+void read_record(Record& record, const ArchiveReader& content) {
     record.read_from(content, XML_GetTitleNode(content, record.title_name().view(), {}, true));
 }
 
-void read_document(Document& document, const dom::Node& content) {
+void read_document(Document& document, const ArchiveReader& content) {
     document.read_from(content, XML_GetTitleNode(content, document.title_name().view(),
                                                  document_name_attribute, false));
 }
@@ -38,8 +38,9 @@ ArchiveNode Tessera::write_below(const ArchiveNode& owner) noexcept {
     return guarded_result<ArchiveNode>(get_xml_node, [&](ArchiveNode& content) {
         ArchiveNode parent = owner ? owner : ArchiveNode(create_dom_document());
         if (parent.is_document()) parent = create_contents_root(std::move(parent));
-        content = XML_WriteTitle(parent, content_title, format_version);
-        if (content) write_records(content);
+        DraftedTitle drafted(std::move(parent), content_title, format_version);
+        if (drafted.title()) write_records(drafted.title());
+        content = drafted.write();
     });
 }
 
@@ -137,8 +138,8 @@ void Tessera::write_records(ArchiveNode& content) {
     value_items().write_below(content);
 }
 
-void Tessera::read_records(const dom::Node& content) {
-    XML_GetVersion(content);  // reported when it cannot be read; nothing depends on it yet
+void Tessera::read_records(const ArchiveReader& content) {
+    XML_GetVersion(content.node());  // reported when it cannot be read; nothing depends on it yet
     read_record(created(kelos_object_), content);
     read_record(property(), content);
     read_record(value(), content);

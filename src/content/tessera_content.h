@@ -63,7 +63,7 @@ class Tessera : public automation::Object<Tessera, ITessera> {
         return *record;
     }
     void write_records(ArchiveNode& content);
-    void read_records(const dom::Node& content);
+    void read_records(const ArchiveReader& content);
 
     automation::ComPtr<KelosObject> kelos_object_;
     automation::ComPtr<Property> property_;

@@ -114,7 +114,7 @@ void Value::write_items(ArchiveNode& title, ArchiveNode&) {
     write_bool(title, item_stay_empty, empty_numeric_value_stay_empty_);
 }
 
-void Value::read_items(const dom::Node& title, std::int16_t) {
+void Value::read_items(const ArchiveReader& title, std::int16_t) {
     lcid_ = read_short(title, item_lcid);
     kelos_value_ = XML_ReadItem(title, item_kelos_value.view());
     document_value_ = XML_ReadItem(title, item_document_value.view());

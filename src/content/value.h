@@ -38,7 +38,7 @@ class Value : public automation::Object<Value, ITesseraValue>, public Record {
 
   protected:
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
-    void read_items(const dom::Node& title, std::int16_t version) override;
+    void read_items(const ArchiveReader& title, std::int16_t version) override;
 
   private:
     automation::Variant kelos_value_;

@@ -94,7 +94,7 @@ void ValueItem::write_items(ArchiveNode& title, ArchiveNode&) {
     XML_WriteItem(title, item_display_value, display_value_);
 }
 
-void ValueItem::read_items(const dom::Node& title, std::int16_t) {
+void ValueItem::read_items(const ArchiveReader& title, std::int16_t) {
     lcid_ = read_short(title, item_lcid);
     value_ = XML_ReadItem(title, item_value.view());
     display_value_ = XML_ReadItem(title, item_display_value.view());

@@ -34,7 +34,7 @@ class ValueItem : public automation::Object<ValueItem, ITesseraValueItem>, publi
 
   protected:
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
-    void read_items(const dom::Node& title, std::int16_t version) override;
+    void read_items(const ArchiveReader& title, std::int16_t version) override;
 
   private:
     automation::Variant display_value_;

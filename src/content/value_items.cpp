@@ -115,15 +115,15 @@ void ValueItems::write_items(ArchiveNode& title, ArchiveNode& owner) {
     write_long(owner, item_presentation, presentation_);
 }
 
-void ValueItems::read(const dom::Node& owner, const dom::Node& title) {
+void ValueItems::read(const ArchiveReader& owner, const dom::Node& title) {
     Record::read(owner, title);
     presentation_ = static_cast<KelosPresentation>(read_long(owner, item_presentation));
 }
 
-void ValueItems::read_items(const dom::Node& title, std::int16_t) {
+void ValueItems::read_items(const ArchiveReader& title, std::int16_t) {
     items_.clear();
     constexpr wchar_t item_title[] = L"ValueItem";
-    for (dom::Element element = dom::child_named(title, item_title); element;
+    for (dom::Element element = dom::child_named(title.node(), item_title); element;
          element = dom::sibling_named(element, item_title)) {
         const auto item = automation::make<ValueItem>();
         item->read_from(title, element);

@@ -34,8 +34,8 @@ class ValueItems : public automation::Object<ValueItems, ITesseraValueItems>, pu
 
   protected:
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;
-    void read(const dom::Node& owner, const dom::Node& title) override;
-    void read_items(const dom::Node& title, std::int16_t version) override;
+    void read(const ArchiveReader& owner, const dom::Node& title) override;
+    void read_items(const ArchiveReader& title, std::int16_t version) override;
 
   private:
     long count() const noexcept { return static_cast<long>(items_.size()); }

@@ -10,6 +10,8 @@
 // (source and label) is written once, as a constant where plain and automation member share it.
 #pragma once
 
+#include <type_traits>
+
 #include "automation/call.h"
 
 namespace tessera {
@@ -94,9 +96,15 @@ HRESULT answer(T* result, const MemberName& member, Produce&& produce) noexcept 
                    [&](auto& holder) { detail::assign(holder, std::forward<Produce>(produce)()); });
 }
 
-// Hands out a field.
+// Hands out a field. A number's way is the short one: nothing can go wrong on it.
 template <class T, class Field>
 HRESULT give(T* result, const Field& field, const MemberName& member) noexcept {
+    if constexpr (std::is_same_v<T, Field> && (std::is_arithmetic_v<T> || std::is_enum_v<T>)) {
+        if (result) {
+            *result = field;
+            return S_OK;
+        }
+    }
     return trapped(result, member, [&](auto& holder) { detail::assign(holder, field); });
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "automation/thread_slot.h"
+#include "host/kept_class.h"
 #include "host/program_names.h"
 
 namespace tessera {
@@ -40,8 +41,7 @@ int* enter() {
 }  // namespace
 
 ScriptEngine::ScriptEngine()
-    : engines_(enter()),
-      engine_(automation::create_object<IDispatch>(program_names::script_engine)) {}
+    : engines_(enter()), engine_(KeptClass<program_names::script_engine>::create<IDispatch>()) {}
 
 void ScriptEngine::set_reports_errors(bool reports) {
     const Variant value(reports);

@@ -34,8 +34,7 @@ void show_message(std::wstring_view text, long style, std::wstring_view title) {
                     caption.get());
 }
 
-void trace(std::wstring_view text) {
-    const Bstr line(text);
+void trace(const Bstr& line) {
     automation::call(host_service(), &IKelosService::Trace, line.get());
 }
 

@@ -19,6 +19,9 @@ inline constexpr long style_critical = MB_ICONHAND;
 inline constexpr long style_information = MB_ICONASTERISK;
 void show_message(std::wstring_view text, long style, std::wstring_view title);
 
-void trace(std::wstring_view text);
+void trace(const automation::Bstr& line);
+inline void trace(std::wstring_view line) {
+    trace(automation::Bstr(line));
+}
 
 }  // namespace tessera

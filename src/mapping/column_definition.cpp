@@ -2,6 +2,7 @@
 
 #include "automation/conversion.h"
 #include "automation/dispatch.h"
+#include "host/kept_class.h"
 #include "host/program_names.h"
 
 namespace tessera {
@@ -57,7 +58,7 @@ ComPtr<IKelosValueList> ColumnDefinition::values_of(IKelosObject* object) const 
 
 ResolvedConstant resolve_property_constant(long constant) {
     const auto resolver =
-        automation::create_object<IKelosPropertyConstant>(program_names::property_constant);
+        KeptClass<program_names::property_constant>::create<IKelosPropertyConstant>();
     call(resolver, &IKelosPropertyConstant::put_Constant, constant);
     return {get(resolver, &IKelosPropertyConstant::get_Name),
             get(resolver, &IKelosPropertyConstant::get_PropertyNumber)};

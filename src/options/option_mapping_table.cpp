@@ -30,7 +30,7 @@ ArchiveNode OptionMappingTable::write_below(ArchiveNode& owner) noexcept {
 }
 
 void trace_node(const wchar_t* source, const wchar_t* action, const dom::Node& node) {
-    trace(std::wstring(source).append(action).append(dom::xml(node).view()));
+    trace(automation::Bstr::joined({source, action, dom::xml(node).view()}));
 }
 
 }  // namespace tessera

@@ -38,10 +38,7 @@ struct RowEncoding : HostEncoding {
 };
 
 Bstr text_of(const dom::Document& document) {
-    const Bstr xml = get(document, &IXMLDOMDocument::get_xml);
-    std::wstring text;
-    text.reserve(std::size(declaration) + xml.view().size());
-    return Bstr(text.append(declaration).append(xml.view()));
+    return Bstr::joined({declaration, get(document, &IXMLDOMDocument::get_xml).view()});
 }
 
 }  // namespace

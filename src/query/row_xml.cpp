@@ -1,5 +1,7 @@
 #include "query/row_xml.h"
 
+#include <optional>
+
 #include "archive/xml_publics.h"
 #include "automation/conversion.h"
 #include "automation/dispatch.h"
@@ -20,26 +22,21 @@ namespace {
 constexpr wchar_t translate_object[] = L"TranslateObject";
 constexpr BstrView format_version = L"1"_bstr;
 
-ArchiveNode write_title(const dom::Document& document, BstrView name) {
-    ArchiveNode owner(document);
-    return automation::require(XML_WriteTitle(owner, name, format_version));
-}
-
 // Reads the member of the translate object into an attribute of the same name.
-void copy_member(const ComPtr<IDispatch>& translation, BstrView name, const dom::Element& element) {
+void copy_member(const ComPtr<IDispatch>& translation, BstrView name, ArchiveNode& element) {
     const Variant value = automation::get_property(translation.get(), name.get());
-    dom::set_attribute(element, name, automation::text_of(value));
+    element.set_attribute(name, automation::text_of(value));
 }
 
-void write_reference(const dom::Element& element, const CellReference& reference) {
+void write_reference(ArchiveNode element, const CellReference& reference) {
     const ComPtr<IKelosObject>& object = reference.object();
     const Bstr uid = get(object, &IKelosObject::get_SystemUID);
-    dom::set_attribute(element, L"SystemUID"_bstr, uid);
+    element.set_attribute(L"SystemUID"_bstr, uid);
     const long type = get(object, &IKelosObject::get_SystemType);
-    dom::set_attribute(element, L"SystemType"_bstr, Bstr(std::to_wstring(type)));
+    element.set_attribute(L"SystemType"_bstr, Bstr(std::to_wstring(type)));
     const auto project = get(object, &IKelosObject::get_Project);
     const Bstr path = get(object, &IKelosObject::get_PathFullName, project.get());
-    dom::set_attribute(element, L"PathFullName"_bstr, path);
+    element.set_attribute(L"PathFullName"_bstr, path);
     if (!reference.translation()) return;
     copy_member(reference.translation(), L"Property"_bstr, element);
     copy_member(reference.translation(), L"SubObjectType"_bstr, element);
@@ -48,16 +45,16 @@ void write_reference(const dom::Element& element, const CellReference& reference
 
 void write_cell(ArchiveNode& row, const ComPtr<IKelosCell>& cell,
                 const ComPtr<IKelosQColumnDef>& definition) {
-    ArchiveNode element = row.append_new(L"Cell"_bstr);
+    ArchiveNode element = row.append(L"Cell"_bstr);
     const CellReference reference(cell);
-    if (reference.object()) write_reference(element.append_element(L"KelosObject"_bstr), reference);
+    if (reference.object()) write_reference(element.append(L"KelosObject"_bstr), reference);
 
-    const dom::Element value = element.append_element(L"Value"_bstr);
+    ArchiveNode value = element.append(L"Value"_bstr);
     const Bstr text = get(cell, &IKelosCell::get_Text);
-    dom::set_attribute(value, L"Data"_bstr, Bstr(office_string(text.u16())));
+    value.set_attribute(L"Data"_bstr, Bstr(office_string(text.u16())));
 
-    const dom::Element column = element.append_element(L"Column"_bstr);
-    dom::set_attribute(column, L"Name"_bstr, get(definition, &IKelosQColumnDef::get_Name));
+    ArchiveNode column = element.append(L"Column"_bstr);
+    column.set_attribute(L"Name"_bstr, get(definition, &IKelosQColumnDef::get_Name));
 }
 
 }  // namespace
@@ -74,7 +71,9 @@ CellReference::CellReference(const ComPtr<IKelosCell>& cell)
 }
 
 void write_columns(HQuery& cursor, const dom::Document& document) {
-    ArchiveNode columns = write_title(document, L"Columns"_bstr);
+    ArchiveNode owner(document);
+    const ArchiveNode columns =
+        automation::require(XML_WriteTitle(owner, L"Columns"_bstr, format_version));
     const dom::Element relation = dom::create_element(document, L"ColumnsRelation"_bstr);
     const int count = cursor.column_count();
     for (int i = 1; i <= count; ++i) {
@@ -90,19 +89,21 @@ void write_columns(HQuery& cursor, const dom::Document& document) {
 
 dom::Document row_document(HQuery& cursor) {
     dom::Document document;
-    ArchiveNode row;
+    std::optional<DraftedTitle> row;
     const int count = cursor.column_count();
     for (int i = 1; i <= count; ++i) {
         const auto column = static_cast<std::int16_t>(i);
         if (!cursor.is_relevant(column)) continue;
         const auto cell = cursor.cell(column);
         if (!cell) continue;
-        if (!document) {
+        if (!row) {
             document = dom::create_document();
-            row = write_title(document, L"Row"_bstr);
+            row.emplace(document, L"Row"_bstr, format_version);
         }
-        write_cell(row, cell, cursor.column(column));
+        automation::require(row->title());
+        write_cell(row->title(), cell, cursor.column(column));
     }
+    if (row) automation::require(row->write());
     return document;
 }
 
