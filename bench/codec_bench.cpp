@@ -17,10 +17,9 @@
 #include "codec/uu_encode.h"
 
 using namespace tessera;
+using samples::megabyte;
 
 namespace {
-
-constexpr std::size_t megabyte = 1'048'576 / sizeof(char16_t);
 
 const AnsiCodePage& page_1252 = AnsiCodePage::windows_1252();
 bool all_met = true;

@@ -10,6 +10,9 @@
 
 namespace tessera::samples {
 
+// In characters.
+inline constexpr std::size_t megabyte = 1'048'576 / sizeof(char16_t);
+
 class RandomTexts {
   public:
     explicit RandomTexts(std::uint32_t seed) : engine_(seed) {}

@@ -1,0 +1,66 @@
+// Speed and memory of the component and the console program, against the platform's interfaces
+// called directly. Writes one JSON object a line to standard output; bench.sh makes the table.
+//     component_bench [NAME …]    those whose names begin so; all without a name
+
+#include <cstdio>
+#include <cwchar>
+#include <exception>
+#include <span>
+#include <string_view>
+
+#include "automation/error.h"
+#include "bench/component/measure.h"
+#include "bench/component/program_bench.h"
+#include "text/utf8.h"
+
+namespace {
+
+void print(const bench::Benchmark& benchmark, const bench::Figures& figures) {
+    std::printf(
+        "{\"name\": \"%s\", \"work\": \"%s\", \"against\": \"%s\", \"component\": %.4f, "
+        "\"baseline\": %.4f, \"unit\": \"%s\", \"value\": %.4f, \"goal\": %g}\n",
+        benchmark.name.c_str(), benchmark.work.c_str(), benchmark.baseline.c_str(),
+        figures.component, figures.baseline, figures.unit.c_str(), figures.value(), benchmark.goal);
+    std::fflush(stdout);
+}
+
+bool is_wanted(std::string_view name, std::span<wchar_t*> prefixes) {
+    if (prefixes.empty()) return true;
+    for (const wchar_t* const prefix : prefixes) {
+        const std::wstring_view wanted(prefix);
+        if (name.starts_with(std::string(wanted.begin(), wanted.end()))) return true;
+    }
+    return false;
+}
+
+void run_all(std::span<wchar_t*> prefixes) {
+    for (const auto group :
+         {bench::content_benchmarks, bench::script_benchmarks, bench::query_benchmarks,
+          bench::automation_benchmarks, bench::program_benchmarks})
+        for (const bench::Benchmark& benchmark : group())
+            if (is_wanted(benchmark.name, prefixes)) print(benchmark, benchmark.run());
+}
+
+}  // namespace
+
+extern "C" int wmain(int count, wchar_t** arguments) {
+    automation::check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+    int code = 1;
+    try {
+        const std::span<wchar_t*> given(arguments + 1, static_cast<std::size_t>(count - 1));
+        if (given.size() == 3 && std::wcscmp(given[0], L"--execute-and-save") == 0) {
+            code = bench::execute_and_save(given[1], given[2]);
+        } else {
+            run_all(given);
+            code = 0;
+        }
+    } catch (const automation::Error& error) {
+        std::fprintf(stderr, "component_bench: %08lx %s\n",
+                     static_cast<unsigned long>(error.code()),
+                     tessera::to_utf8(error.description().u16()).c_str());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "component_bench: %s\n", error.what());
+    }
+    CoUninitialize();
+    return code;
+}
