@@ -1,6 +1,6 @@
 // What a member costs before it does anything, and the codecs behind their members.
 
-#include "automation/object.h"
+#include "bench/component/empty_progress.h"
 #include "bench/component/measure.h"
 #include "bench/component/project.h"
 #include "bench/sample_texts.h"
@@ -10,27 +10,6 @@ namespace {
 
 constexpr int calls = 20'000;
 constexpr int rounds = 31;
-
-// Members that do nothing, behind the same dispatch.
-class EmptyProgress : public automation::Object<EmptyProgress, ITesseraProgress> {
-  public:
-    STDMETHODIMP put_Percentage(short) override { return S_OK; }
-    STDMETHODIMP put_Caption(BSTR) override { return S_OK; }
-    STDMETHODIMP StartProcess() override { return S_OK; }
-    STDMETHODIMP StopProcess() override { return S_OK; }
-    STDMETHODIMP get_State(uceProgressState* Result) override {
-        *Result = uccStateClosed;
-        return S_OK;
-    }
-    STDMETHODIMP put_State(uceProgressState) override { return S_OK; }
-    STDMETHODIMP get_Where(uceWhere* Result) override {
-        *Result = uccNothing;
-        return S_OK;
-    }
-    STDMETHODIMP put_Where(uceWhere) override { return S_OK; }
-    STDMETHODIMP get_Picture(BSTR*) override { return E_NOTIMPL; }
-    STDMETHODIMP put_Picture(BSTR) override { return S_OK; }
-};
 
 template <class Call>
 double call_time(Call&& call) {
@@ -42,10 +21,8 @@ double call_time(Call&& call) {
 
 Figures through_vtable() {
     const auto component = create<ITesseraProgress>(L"Tessera.Progress");
-    const ComPtr<ITesseraProgress> empty = automation::make<EmptyProgress>()->main_pointer();
-    // Read anew for every call, so that the compiler cannot know whose member it is.
-    const auto read_where = [](ITesseraProgress* object) {
-        ITesseraProgress* volatile progress = object;
+    const ComPtr<ITesseraProgress> empty = make_empty_progress();
+    const auto read_where = [](ITesseraProgress* progress) {
         return call_time([&] {
             uceWhere where;
             progress->get_Where(&where);
@@ -69,7 +46,7 @@ void invoke_by_name(Dispatch* object, const wchar_t* name) {
 
 Figures by_name() {
     const auto component = create<ITesseraProgress>(L"Tessera.Progress");
-    const ComPtr<ITesseraProgress> empty = automation::make<EmptyProgress>()->main_pointer();
+    const ComPtr<ITesseraProgress> empty = make_empty_progress();
     return compare(
         rounds, calls,
         [&] { return call_time([&] { invoke_by_name(component.get(), L"Where"); }); },
@@ -97,7 +74,7 @@ class PlatformDispatch {
 };
 
 Figures dispatch() {
-    const ComPtr<ITesseraProgress> empty = automation::make<EmptyProgress>()->main_pointer();
+    const ComPtr<ITesseraProgress> empty = make_empty_progress();
     PlatformDispatch platform(empty.get());
     return compare(
         rounds, calls, [&] { return call_time([&] { invoke_by_name(empty.get(), L"Where"); }); },

@@ -1,6 +1,8 @@
 // Speed and memory of the component and the console program, against the platform's interfaces
 // called directly. Writes one JSON object a line to standard output; bench.sh makes the table.
 //     component_bench [NAME …]    those whose names begin so; all without a name
+//     component_bench --list      their names and what they measure
+//     component_bench --profile   where the time of a row goes
 
 #include <cstdio>
 #include <cwchar>
@@ -33,12 +35,24 @@ bool is_wanted(std::string_view name, std::span<wchar_t*> prefixes) {
     return false;
 }
 
-void run_all(std::span<wchar_t*> prefixes) {
+bench::Benchmarks all_benchmarks() {
+    bench::Benchmarks all;
     for (const auto group :
          {bench::content_benchmarks, bench::script_benchmarks, bench::query_benchmarks,
           bench::automation_benchmarks, bench::program_benchmarks})
         for (const bench::Benchmark& benchmark : group())
-            if (is_wanted(benchmark.name, prefixes)) print(benchmark, benchmark.run());
+            all.push_back(benchmark);
+    return all;
+}
+
+void run(std::span<wchar_t*> arguments) {
+    const bool lists = arguments.size() == 1 && std::wcscmp(arguments[0], L"--list") == 0;
+    for (const bench::Benchmark& benchmark : all_benchmarks()) {
+        if (lists)
+            std::printf("%-18s %s\n", benchmark.name.c_str(), benchmark.work.c_str());
+        else if (is_wanted(benchmark.name, arguments))
+            print(benchmark, benchmark.run());
+    }
 }
 
 }  // namespace
@@ -51,7 +65,10 @@ extern "C" int wmain(int count, wchar_t** arguments) {
         if (given.size() == 3 && std::wcscmp(given[0], L"--execute-and-save") == 0) {
             code = bench::execute_and_save(given[1], given[2]);
         } else {
-            run_all(given);
+            if (given.size() == 1 && std::wcscmp(given[0], L"--profile") == 0)
+                bench::print_profile();
+            else
+                run(given);
             code = 0;
         }
     } catch (const automation::Error& error) {

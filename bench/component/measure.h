@@ -65,4 +65,7 @@ Benchmarks query_benchmarks();
 Benchmarks automation_benchmarks();
 Benchmarks program_benchmarks();
 
+// Where the time of a mapping script's row goes.
+void print_profile();
+
 }  // namespace bench

@@ -242,6 +242,61 @@ Figures memory() {
 
 }  // namespace
 
+void print_profile() {
+    constexpr int rows = 1000;
+    const Project project;
+    const std::wstring script =
+        loop(L"Content \"S!A1\", P, \"Description\", \"\", \"\", \"\"", rows);
+    const auto document = execute(project, script);
+    const auto root = dom::root(document);
+    const auto object = create<ITessera>(L"Tessera.Tessera");
+    call(object, &ITessera::put_XMLNode, nullptr, dom::first_child(root).get());
+    const auto service = create<IKelosService>(L"Kelos.Service");
+    const auto pump = project.pump();
+    const KnownRow known_row;
+    const auto global = automation::make<EmptyGlobal>(project.mapping_table());
+    const auto repeat = [](auto&& work) {
+        return seconds([&] {
+            for (int i = 0; i < rows; ++i)
+                work();
+        });
+    };
+    struct Part {
+        const char* name;
+        std::function<double()> time;
+        std::vector<double> times{};
+    };
+    Part parts[] = {
+        {"the whole", [&] { return run_time(project, script); }},
+        {"script engine and dispatch",
+         [&] { return seconds([&] { run_script(script, global->main_interface()); }); }},
+        {"host", [&] { return repeat([&] { known_row.read(pump.get()); }); }},
+        {"writing the element",
+         [&] {
+             const RootedDocument target(L"Contents");
+             return repeat([&] { get(object, &ITessera::get_XMLNode, target.root.get()); });
+         }},
+        {"trace of the document",
+         [&] {
+             return seconds([&] { call(service, &IKelosService::Trace, dom::xml(root).get()); });
+         }},
+    };
+    for (int round = 0; round < rounds; ++round)
+        for (Part& part : parts)
+            part.times.push_back(part.time());
+    const double total = median(parts[0].times);
+    double rest = total;
+    std::printf("one row of a known property: %.1f us\n", total * 1e6 / rows);
+    const auto print = [&](const char* name, double time) {
+        std::printf("  %-34s %5.1f %%\n", name, time * 100 / total);
+    };
+    for (const Part& part : std::span(parts).subspan(1)) {
+        print(part.name, median(part.times));
+        rest -= median(part.times);
+    }
+    print("records, texts and everything else", rest);
+}
+
 Benchmarks script_benchmarks() {
     constexpr char sum[] = "bare script call, its host calls, direct creation, trace of the xml";
     return {

@@ -96,7 +96,12 @@ HRESULT answer(T* result, const MemberName& member, Produce&& produce) noexcept 
                    [&](auto& holder) { detail::assign(holder, std::forward<Produce>(produce)()); });
 }
 
-// Hands out a field. A number's way is the short one: nothing can go wrong on it.
+template <class T, class Field>
+HRESULT give_trapped(T* result, const Field& field, const MemberName& member) noexcept {
+    return trapped(result, member, [&](auto& holder) { detail::assign(holder, field); });
+}
+
+// Hands out a field. A number's way is short: nothing can go wrong on it.
 template <class T, class Field>
 HRESULT give(T* result, const Field& field, const MemberName& member) noexcept {
     if constexpr (std::is_same_v<T, Field> && (std::is_arithmetic_v<T> || std::is_enum_v<T>)) {
@@ -105,7 +110,7 @@ HRESULT give(T* result, const Field& field, const MemberName& member) noexcept {
             return S_OK;
         }
     }
-    return trapped(result, member, [&](auto& holder) { detail::assign(holder, field); });
+    return give_trapped(result, field, member);
 }
 
 // Stores into a field what a caller gives.
