@@ -100,7 +100,7 @@ function fillCell(place, sheet, row, column) {
   const direction = directionOf(cell);
   if (direction.kind) place.classList.add(direction.kind);
   if (cell.change) place.classList.add(cell.change);
-  if (numberTypes.has(cell.type)) place.classList.add("number");
+  if (numberTypes.has(cell.type) && !cell.list) place.classList.add("number");
   if (cell.change) place.append(element("span", {class: "mark"}, changeMarks[cell.change]));
   place.append(element("span", {class: "way"}, direction.sign),
     element("bdi", {class: "text"}, cell.text || ""));
@@ -298,8 +298,7 @@ function prepareLegend() {
       byId("legend").append(entry(direction.kind, direction.sign, direction.words));
   if (data.against)
     for (const [change, mark] of Object.entries(changeMarks))
-      byId("legend").append(entry(change, element("span", {class: change},
-        element("span", {class: "mark"}, mark)), change));
+      byId("legend").append(entry(change, element("span", {class: "mark"}, mark), change));
   byId("legend").append(element("li", {}, "arrow keys move, Ctrl with them leads to the next value"));
 }
 
