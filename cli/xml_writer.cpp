@@ -87,7 +87,7 @@ void XmlWriter::begin_content() {
 }
 
 void XmlWriter::break_line(std::size_t depth) {
-    buffer_.append(line_end).append(depth, u'\t');
+    if (layout_ == XmlLayout::lines) buffer_.append(line_end).append(depth, u'\t');
 }
 
 void XmlWriter::escape(std::u16string_view value, bool in_attribute) {
