@@ -12,6 +12,7 @@
 #include "cli/findings.h"
 #include "cli/output_path.h"
 #include "cli/project.h"
+#include "cli/records/content_reader.h"
 #include "cli/text_file.h"
 #include "text/trim.h"
 
@@ -122,7 +123,7 @@ class Export {
         TextFile file(path_, FileEncoding::utf16);
         replaced_ = write_document(file, root, u"UTF-16");
         file.finish();
-        table_ = content_table(root);
+        table_ = content_table(read_contents(root).contents);
     }
 
     void tell(bool written) {
