@@ -56,6 +56,17 @@ void XmlWriter::attribute(std::u16string_view name, std::u16string_view value) {
     buffer_ += u'"';
 }
 
+void XmlWriter::attribute(std::u16string_view name, std::int64_t value) {
+    const std::string digits = std::to_string(value);
+    attribute(name, std::u16string(digits.begin(), digits.end()));
+}
+
+void XmlWriter::text_element(std::u16string_view name, std::u16string_view value) {
+    start(name, true);
+    text(value);
+    end();
+}
+
 void XmlWriter::text(std::u16string_view value) {
     begin_content();
     escape(value, false);

@@ -1,6 +1,7 @@
 // Writes an XML 1.0 document as text, whatever its names and values were made of.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +25,10 @@ class XmlWriter {
     void start(std::u16string_view name, bool holds_text = false);
     // After `start`, before anything else.
     void attribute(std::u16string_view name, std::u16string_view value);
+    void attribute(std::u16string_view name, std::int64_t value);
     void text(std::u16string_view value);
+    // An element that holds nothing else.
+    void text_element(std::u16string_view name, std::u16string_view value);
     void end();
     // Ends the last line and hands everything to the sink.
     void finish();

@@ -25,20 +25,15 @@ std::u16string relationships_part(std::u16string_view part) {
 
 std::u16string Relationships::add(std::u16string_view type, std::u16string_view target) {
     std::size_t number = list_.size() + 1;
-    while (std::ranges::find(list_, numbered_id(number), &Relationship::id) != list_.end())
+    while (std::ranges::find(list_, numbered_id(number), &Relationships::Entry::id) != list_.end())
         ++number;
     list_.push_back({numbered_id(number), std::u16string(type), std::u16string(target)});
     return list_.back().id;
 }
 
-void Relationships::drop_type(std::u16string_view type) {
-    std::erase_if(list_, [&](const Relationship& known) { return known.type == type; });
-}
-
 PackageWriter::PackageWriter(ByteSink& sink, ContentTypes types)
     : zip_(sink), types_(std::move(types)) {
-    types_.of_endings.emplace(u"rels",
-                              u"application/vnd.openxmlformats-package.relationships+xml");
+    types_.of_endings.emplace(u"rels", u"application/vnd.openxmlformats-package.relationships+xml");
     types_.of_endings.emplace(u"xml", u"application/xml");
 }
 
@@ -56,7 +51,7 @@ void PackageWriter::add_relationships(std::u16string_view part,
     add_xml(relationships_part(part), {}, [&](XmlWriter& writer) {
         writer.start(u"Relationships");
         writer.attribute(u"xmlns", u"http://schemas.openxmlformats.org/package/2006/relationships");
-        for (const Relationship& relationship : relationships.list()) {
+        for (const Relationships::Entry& relationship : relationships.list()) {
             writer.start(u"Relationship");
             writer.attribute(u"Id", relationship.id);
             writer.attribute(u"Type", relationship.type);

@@ -1,5 +1,5 @@
-// Writes packages of parts, the form of office documents: a zip archive that says of every part what
-// it holds and which others it refers to.
+// Writes packages of parts, the form of office documents: a zip archive that says of every part
+// what it holds and which others it refers to.
 #pragma once
 
 #include <map>
@@ -15,27 +15,26 @@ namespace cli {
 inline constexpr std::u16string_view office_relationships =
     u"http://schemas.openxmlformats.org/officeDocument/2006/relationships";
 
-struct Relationship {
-    std::u16string id;
-    std::u16string type;
-    std::u16string target;
-    bool is_external = false;
-};
-
 // What a part, or the package, refers to.
 class Relationships {
   public:
-    // As they stand in a package that is written anew.
-    void keep(Relationship relationship) { list_.push_back(std::move(relationship)); }
+    struct Entry {
+        std::u16string id;
+        std::u16string type;
+        std::u16string target;
+        bool is_external = false;
+    };
+
+    // As it stands in a package that is written anew.
+    void keep(Entry entry) { list_.push_back(std::move(entry)); }
     // Answers the identifier, one that no other relationship has.
     std::u16string add(std::u16string_view type, std::u16string_view target);
-    void drop_type(std::u16string_view type);
 
-    const std::vector<Relationship>& list() const noexcept { return list_; }
+    const std::vector<Entry>& list() const noexcept { return list_; }
     bool empty() const noexcept { return list_.empty(); }
 
   private:
-    std::vector<Relationship> list_;
+    std::vector<Entry> list_;
 };
 
 // What the parts of a package hold, by the ending of their names and by name.
