@@ -10,5 +10,6 @@ namespace cli {
 int run_decode(const Arguments& arguments, Console& console);
 int run_export(const Arguments& arguments, Console& console);
 int run_query(const Arguments& arguments, Console& console);
+int run_spreadsheet(const Arguments& arguments, Console& console);
 
 }  // namespace cli
