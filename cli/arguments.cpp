@@ -1,5 +1,6 @@
 #include "cli/arguments.h"
 
+#include <algorithm>
 #include <map>
 #include <vector>
 
@@ -12,14 +13,16 @@ constexpr wchar_t help[] =
     LR"(tessera - runs exports and queries of a project file
 
 tessera export PROJECT [--document NAME] [--script FILE | --no-scripts]
-                       [--out FILE] [--quiet] [--window]
+                       [--out FILE] [--template FILE] [--quiet] [--window]
     Runs the mapping script of a document and writes the content document.
     --document NAME  name or path of the document; without it, the first
                      document that has a mapping table
     --script FILE    a script to run in place of the document's own
     --no-scripts     run no script and evaluate no expression of the file
     --out FILE       where to write; without it, PROJECT.DOCUMENT.content.xml
-                     in the current folder
+                     in the current folder; with a name that ends in
+                     ".xlsx", a workbook
+    --template FILE  a workbook whose cells are filled in; it stays as it is
     --quiet          tell only the path and the errors
     --window         show the progress form
 
@@ -31,6 +34,9 @@ tessera query PROJECT --query NAME --format FORMAT [--encode] [--out FILE]
     complete         the content document of headings and cells
     strings          one string per row; --encode: each of them encoded
     Without --out, the result goes to standard output.
+
+tessera spreadsheet CONTENT --out FILE.xlsx [--template FILE] [--quiet]
+    Makes a workbook of a content document.
 
 tessera decode FILE [--out FILE] [--quiet]
     Decodes a file of encoded strings, one in each line.
@@ -59,10 +65,10 @@ found differences, 2 the command could not be run.
 constexpr unsigned for_export = 1;
 constexpr unsigned for_query = 2;
 constexpr unsigned for_decode = 4;
-constexpr unsigned for_check = 8;
-constexpr unsigned for_diff = 16;
-constexpr unsigned for_preview = 32;
-
+constexpr unsigned for_spreadsheet = 8;
+constexpr unsigned for_check = 32;
+constexpr unsigned for_diff = 64;
+constexpr unsigned for_preview = 128;
 constexpr unsigned every_command = ~0U;
 
 struct CommandName {
@@ -76,6 +82,7 @@ constexpr CommandName commands[] = {
     {L"export", Command::export_document, for_export, L"the project file"},
     {L"query", Command::query, for_query, L"the project file"},
     {L"decode", Command::decode, for_decode, L"the file to decode"},
+    {L"spreadsheet", Command::spreadsheet, for_spreadsheet, L"the content document"},
     {L"check", Command::check, for_check, L"the content document"},
     {L"diff", Command::diff, for_diff, L"the old content document", L"the new content document"},
     {L"preview", Command::preview, for_preview, L"the content document"},
@@ -96,7 +103,8 @@ constexpr Option options[] = {
     {L"--project", for_check, true},
     {L"--json", for_check | for_diff, false},
     {L"--against", for_preview, true},
-    {L"--out", for_export | for_query | for_decode | for_preview, true},
+    {L"--out", for_export | for_query | for_decode | for_spreadsheet | for_preview, true},
+    {L"--template", for_export | for_spreadsheet, true},
     {L"--quiet", every_command, false},
     {L"--window", for_export | for_query, false},
 };
@@ -156,12 +164,15 @@ class Parser {
         result.document = value(L"--document");
         result.script = value(L"--script");
         result.out = value(L"--out");
+        result.template_file = value(L"--template");
         result.encode = given_.contains(L"--encode");
         result.quiet = given_.contains(L"--quiet");
         result.window = given_.contains(L"--window");
         result.no_scripts = given_.contains(L"--no-scripts");
         if (result.no_scripts && result.script)
             fail(L"\"--script\" and \"--no-scripts\" exclude each other");
+        if (command_.command == Command::spreadsheet) check_workbook(required(L"--out"));
+        if (result.template_file) check_workbook(required(L"--out"));
         if (command_.command == Command::preview) required(L"--out");
         if (command_.command == Command::query) {
             result.query = required(L"--query");
@@ -230,6 +241,12 @@ class Parser {
         fail(quoted(option) + L" is missing");
     }
 
+    // Spreadsheet programs go by the name.
+    void check_workbook(const std::wstring& path) const {
+        if (!is_workbook_path(path))
+            fail(quoted(path) + L" is no name of a workbook: it must end in \".xlsx\"");
+    }
+
     QueryFormat format() const {
         const std::wstring name = required(L"--format");
         for (const FormatName& known : formats)
@@ -262,6 +279,15 @@ Arguments parse_arguments(std::span<const wchar_t* const> arguments) {
 
 std::wstring_view help_text() noexcept {
     return help;
+}
+
+bool is_workbook_path(std::wstring_view path) {
+    constexpr std::wstring_view ending = L".xlsx";
+    constexpr wchar_t case_bit = 0x20;
+    return path.size() > ending.size() && std::ranges::equal(
+                                              path.substr(path.size() - ending.size()), ending, {},
+                                              [](wchar_t letter) { return letter | case_bit; },
+                                              [](wchar_t letter) { return letter | case_bit; });
 }
 
 }  // namespace cli

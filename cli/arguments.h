@@ -8,7 +8,17 @@
 
 namespace cli {
 
-enum class Command { help, version, export_document, query, decode, check, diff, preview };
+enum class Command {
+    help,
+    version,
+    export_document,
+    query,
+    decode,
+    spreadsheet,
+    check,
+    diff,
+    preview,
+};
 enum class QueryFormat { columns, rows, complete, strings };
 
 struct Arguments {
@@ -20,6 +30,7 @@ struct Arguments {
     std::optional<std::wstring> document;
     std::optional<std::wstring> script;
     std::optional<std::wstring> out;
+    std::optional<std::wstring> template_file;  // a workbook to fill in
     std::wstring query;
     QueryFormat format = QueryFormat::complete;
     bool encode = false;
@@ -33,5 +44,8 @@ struct Arguments {
 Arguments parse_arguments(std::span<const wchar_t* const> arguments);
 
 std::wstring_view help_text() noexcept;
+
+// True for a name that ends as those of workbooks do, ".xlsx" in any case.
+bool is_workbook_path(std::wstring_view path);
 
 }  // namespace cli

@@ -1,9 +1,8 @@
 // tessera check: what is wrong with a content document.
 
-#include <algorithm>
-#include <iterator>
+#include <optional>
 
-#include "automation/conversion.h"
+#include "automation/bstr.h"
 #include "cli/commands.h"
 #include "cli/course.h"
 #include "cli/failure.h"
@@ -16,35 +15,11 @@
 namespace cli {
 namespace {
 
-struct TypeName {
-    std::u16string_view name;
-    VARTYPE type;
-};
-constexpr TypeName archived_types[] = {
-    {u"Byte", VT_UI1},  {u"Integer", VT_I2},   {u"Long", VT_I4},
-    {u"Single", VT_R4}, {u"Double", VT_R8},    {u"Currency", VT_CY},
-    {u"Date", VT_DATE}, {u"Boolean", VT_BOOL}, {u"String", VT_BSTR},
-};
-
-bool is_readable(const ArchivedValue& value) {
-    const auto* known = std::ranges::find(archived_types, value.type, &TypeName::name);
-    if (known == std::end(archived_types)) return false;
-    try {
-        automation::to_type(automation::Variant(automation::as_wide(value.text)), known->type);
-        return true;
-    } catch (const automation::Error&) {
-        return false;
-    }
-}
-
 std::vector<Finding> check_all(const std::vector<ContentRecord>& contents,
                                const std::optional<Project>& project, Course& course) {
     course.phase(L"checking");
     std::vector<Finding> findings;
-    ContentCheck content_check(
-        contents,
-        {[](std::u16string_view text) { return automation::is_numeric(automation::as_wide(text)); },
-         is_readable});
+    ContentCheck content_check(contents);
     std::optional<ProjectCheck> project_check;
     if (project) project_check.emplace(contents, project->workset());
     for (std::size_t i = 0; i < contents.size(); ++i) {

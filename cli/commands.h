@@ -13,5 +13,6 @@ int run_diff(const Arguments& arguments, Console& console);
 int run_export(const Arguments& arguments, Console& console);
 int run_preview(const Arguments& arguments, Console& console);
 int run_query(const Arguments& arguments, Console& console);
+int run_spreadsheet(const Arguments& arguments, Console& console);
 
 }  // namespace cli

@@ -43,6 +43,8 @@ int run(std::span<const wchar_t* const> given, Console& console) {
             return with_com(run_query, arguments, console);
         case Command::decode:
             return with_com(run_decode, arguments, console);
+        case Command::spreadsheet:
+            return with_com(run_spreadsheet, arguments, console);
         case Command::check:
             return with_com(run_check, arguments, console);
         case Command::diff:

@@ -10,12 +10,6 @@ namespace cli {
 constexpr char16_t lower_case(char16_t letter) noexcept {
     return letter >= u'A' && letter <= u'Z' ? static_cast<char16_t>(letter - u'A' + u'a') : letter;
 }
-inline std::u16string lower_case(std::u16string_view text) {
-    std::u16string result(text);
-    for (char16_t& letter : result)
-        letter = lower_case(letter);
-    return result;
-}
 inline bool is_same_name(std::u16string_view left, std::u16string_view right) {
     return std::ranges::equal(left, right, [](char16_t one, char16_t other) {
         return lower_case(one) == lower_case(other);

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "cli/records/ascii.h"
+#include "cli/workbook/sheet_name.h"
 
 namespace cli {
 namespace {
@@ -12,9 +13,9 @@ namespace {
 class CellKeys {
   public:
     std::pair<std::u16string, std::size_t> next(const CellPointer& pointer) {
-        std::u16string name = pointer.cell
-                                  ? lower_case(pointer.sheet) + u"!" + cell_name(*pointer.cell)
-                                  : pointer.text;
+        std::u16string name =
+            pointer.cell ? folded_sheet_name(pointer.sheet) + u"!" + cell_name(*pointer.cell)
+                         : pointer.text;
         const std::size_t number = ++count_[name];
         return {std::move(name), number};
     }

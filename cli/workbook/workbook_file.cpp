@@ -1,0 +1,33 @@
+#include "cli/workbook/workbook_file.h"
+
+#include "automation/bstr.h"
+#include "cli/failure.h"
+#include "cli/findings.h"
+#include "cli/output_file.h"
+
+namespace cli {
+
+WorkbookOutcome write_workbook_file(const WorkbookRequest& request, const dom::Node& contents_root,
+                                    const ContentRecords& records, const UnitLabel& unit_label,
+                                    const WriteCourse& course) {
+    WorkbookPlan plan = plan_workbook(records, unit_label);
+    if (plan.cells == 0)
+        throw Failure(L"the content document has no value that a workbook can hold; \"" +
+                      request.path + L"\" was not written");
+    OutputFile file(request.path);
+    write_workbook(file, plan, contents_root, course);
+    file.finish();
+    return {plan.sheets.size(), plan.cells, std::move(plan.unwritten)};
+}
+
+std::wstring summary(const WorkbookOutcome& outcome) {
+    return count_of(outcome.sheets, L"sheet") + L", " + count_of(outcome.cells, L"cell");
+}
+
+void tell_unwritten(ConsoleStream& stream, const WorkbookOutcome& outcome) {
+    for (const UnwrittenCell& cell : outcome.unwritten)
+        stream.write_line(L"not in the workbook: \"" +
+                          std::wstring(automation::as_wide(cell.pointer)) + L"\": " + cell.reason);
+}
+
+}  // namespace cli

@@ -1,0 +1,20 @@
+// Writes a workbook that spreadsheet programs open.
+#pragma once
+
+#include <functional>
+
+#include "automation/dom.h"
+#include "cli/byte_sink.h"
+#include "cli/workbook/workbook_plan.h"
+
+namespace cli {
+
+// Called before every part that takes its time, with what is about to be written; may throw.
+using WriteCourse = std::function<void(const std::wstring& part)>;
+
+// The content document, whose root is given, travels inside the workbook. The same plan and
+// document give the same bytes.
+void write_workbook(ByteSink& sink, const WorkbookPlan& plan, const dom::Node& contents_root,
+                    const WriteCourse& course);
+
+}  // namespace cli
