@@ -64,6 +64,8 @@ int run_guarded(std::span<const wchar_t* const> given) noexcept {
         return run(given, console);
     } catch (const Failure& failure) {
         return failed(console, failure.text(), exit_not_run);
+    } catch (const Stopped&) {
+        return failed(console, L"stopped; nothing was written", exit_with_errors);
     } catch (...) {
         const automation::ErrorReport error = automation::current_error();
         return failed(console, error.description.str(), exit_with_errors);

@@ -16,22 +16,6 @@ namespace {
     throw Failure(std::wstring(role) + L" \"" + path + L"\" cannot be read: " + reason);
 }
 
-std::string read_bytes(const std::wstring& path, const wchar_t* role) {
-    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
-                                                  nullptr));
-    if (!file.is_open()) fail_reading(path, role, reason_of(GetLastError()));
-    std::string bytes;
-    char block[65536];
-    DWORD got = 0;
-    do {
-        if (!ReadFile(file.get(), block, sizeof block, &got, nullptr))
-            fail_reading(path, role, reason_of(GetLastError()));
-        bytes.append(block, got);
-    } while (got > 0);
-    return bytes;
-}
-
 // `low` is the position of the low byte in each pair.
 std::u16string from_utf16(std::string_view bytes, std::size_t low) {
     std::u16string text;
@@ -50,6 +34,22 @@ std::u16string from_ansi(std::string_view bytes) {
 }
 
 }  // namespace
+
+std::string read_bytes(const std::wstring& path, const wchar_t* role) {
+    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                                                  nullptr));
+    if (!file.is_open()) fail_reading(path, role, reason_of(GetLastError()));
+    std::string bytes;
+    char block[65536];
+    DWORD got = 0;
+    do {
+        if (!ReadFile(file.get(), block, sizeof block, &got, nullptr))
+            fail_reading(path, role, reason_of(GetLastError()));
+        bytes.append(block, got);
+    } while (got > 0);
+    return bytes;
+}
 
 std::u16string read_text_file(const std::wstring& path, const wchar_t* role) {
     constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";

@@ -8,8 +8,11 @@
 
 namespace cli {
 
+// The bytes of a file, of whatever kind. `role` names it in the Failure that says why it cannot be
+// read: "the script".
+std::string read_bytes(const std::wstring& path, const wchar_t* role);
+
 // UTF-16 with a byte-order mark, UTF-8 with or without one, otherwise the system's ANSI code page.
-// `role` names the file in the Failure that says why it cannot be read: "the script".
 std::u16string read_text_file(const std::wstring& path, const wchar_t* role);
 
 enum class FileEncoding { utf8, utf16 };  // UTF-16: little-endian, with a byte-order mark
