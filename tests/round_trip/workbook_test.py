@@ -3,6 +3,7 @@
 import base64
 import datetime
 import unittest
+import zipfile
 import zlib
 
 import openpyxl
@@ -43,6 +44,7 @@ class Cells(Workplace):
                 self.assertNotEqual(cell.data_type, "f")
                 self.assertEqual(cell.number_format, number_format)
         self.assertTrue(sheet["A10"].quotePrefix)
+        self.assertIn(b'xml:space="preserve"> two', self.part("xl/worksheets/sheet1.xml"))
         self.assertTrue(sheet["A12"].alignment.wrap_text)
         self.assertFalse(sheet["A9"].alignment.wrap_text)
 
@@ -69,7 +71,7 @@ class Cells(Workplace):
                          "Direction: out of the project only")
         self.assertEqual(sheet["C2"].comment.text,
                          "Object: P1\nProperty: Description\nDirection: into the project")
-        shapes = self.part("xl/drawings/notes1.vml").decode()
+        shapes = self.part("xl/drawings/tesseraNotes1.vml").decode()
         self.assertEqual(shapes.count("<v:shape "), 2)
         self.assertIn("<x:Row>1</x:Row><x:Column>2</x:Column>", shapes)
 
@@ -138,7 +140,7 @@ class Packages(Workplace):
         self.assertTrue(part.startswith(b'<?xml version="1.0" encoding="UTF-8"?><Contents Version="1">'))
         self.assertEqual(part.count(b"<Content "), 399)
         self.assertIn("Data=\"row 399 ä&#10; \"".encode(), part)
-        self.assertIn(b"/customXml\" Target=\"../customXml/item1.xml\"",
+        self.assertIn(b"/customXml\" Target=\"/customXml/item1.xml\"",
                       self.part("xl/_rels/workbook.xml.rels"))
         sheet = book["Tessera content"]
         self.assertEqual(sheet.sheet_state, "veryHidden")
@@ -166,6 +168,119 @@ class Packages(Workplace):
             self.assertEqual((self.folder / "w.xlsx").read_bytes(), b"before")
         said = self.run_tessera("spreadsheet", "c.xml", "--out", "w.ods", code=2)
         self.assertIn('must end in ".xlsx"', said)
+
+
+class Templates(Workplace):
+    def make_template(self, change=None):
+        """A workbook as a user has it: formats, a formula, merged cells, notes, a name, a table."""
+        book = openpyxl.Workbook()
+        sheet = book.active
+        sheet.title = "Pumps"
+        sheet.append(["Tag", "Flow", "Date", "Sum"])
+        sheet["A1"].font = openpyxl.styles.Font(bold=True, color="FFFF0000")
+        sheet["B2"].number_format = "0.000"
+        sheet["B2"].fill = openpyxl.styles.PatternFill("solid", fgColor="FF00FF00")
+        sheet["D2"] = "=B2*2"
+        sheet["A9"] = "below & beyond"
+        sheet["E2"] = "entered by hand"
+        sheet["A1"].comment = openpyxl.comments.Comment("a note of its own", "somebody")
+        sheet.merge_cells("F5:G6")
+        sheet.column_dimensions["H"].number_format = "0.0000"
+        other = book.create_sheet("Other")
+        other["A1"] = "untouched"
+        book.defined_names.append(
+            openpyxl.workbook.defined_name.DefinedName("TesseraList1", attr_text="Other!$A$1"))
+        if change:
+            change(book)
+        book.save(self.folder / "t.xlsx")
+
+    def filled(self, *contents, code=0):
+        return self.workbook_of(*contents, code=code, options=("--template", "t.xlsx"))
+
+    def test_cells_are_filled_in_and_everything_else_stays(self):
+        self.make_template()
+        before = (self.folder / "t.xlsx").read_bytes()
+        number = ("Double", "2.5")
+        book = self.filled(
+            content("PUMPS!B2", number), content("Pumps!A2", ("String", "=P101")),
+            content("Pumps!C2", ("Date", "11/21/2026")), content("Pumps!D2", number),
+            content("Pumps!E2", ("String", "from the project"), direction="I"),
+            content("Pumps!G6", number), content("Pumps!F5", number), content("Pumps!H4", number),
+            content("Pumps!A12", number, unit="FLOW.M3H"), content("Pumps!A9", ("String", "")),
+            content("New!A1", values=[(("Long", "1"), "a,b")], presentation=1), code=1)
+        sheet = book["Pumps"]
+        found = {cell: sheet[cell].value for cell in
+                 ("A1", "A2", "B1", "B2", "C2", "D2", "E2", "F5", "H4", "A9", "A12")}
+        self.assertEqual(found, {
+            "A1": "Tag", "A2": "=P101", "B1": "Flow", "B2": 2.5,
+            "C2": datetime.datetime(2026, 11, 21), "D2": "=B2*2", "E2": "entered by hand",
+            "F5": 2.5, "H4": 2.5, "A9": None, "A12": 2.5})
+        self.assertEqual(sheet["A2"].data_type, "s")
+        self.assertEqual([sheet[cell].number_format for cell in ("B2", "H4", "A12")],
+                         ["0.000", "0.0000", 'General" M3H"'])
+        self.assertEqual(sheet["B2"].fill.fgColor.rgb, "FF00FF00")
+        self.assertEqual(sheet["A1"].font.color.rgb, "FFFF0000")
+        self.assertEqual(sheet["A1"].comment.text, "a note of its own")
+        self.assertEqual([str(cells) for cells in sheet.merged_cells.ranges], ["F5:G6"])
+        self.assertFalse(sheet.protection.sheet)
+        self.assertEqual(book["Other"]["A1"].value, "untouched")
+        self.assertEqual([line.split('"')[1] for line in self.said.splitlines()],
+                         ["Pumps!G6", "Pumps!D2"])
+        self.assertEqual(book.sheetnames,
+                         ["Pumps", "Other", "New", "Tessera lists", "Tessera content"])
+        self.assertEqual(book["New"].data_validations.dataValidation[0].formula1, "TesseraList2")
+        self.assertEqual(book.defined_names["TesseraList1"].attr_text, "Other!$A$1")
+        self.assertTrue(book["New"].protection.sheet)
+        self.assertEqual(book["New"]["A1"].comment.text.splitlines()[0], "Object: P1")
+        self.assertTrue(book.calculation.fullCalcOnLoad)
+        self.assertEqual((self.folder / "t.xlsx").read_bytes(), before)
+
+    def test_an_earlier_export_is_filled_in_with_the_new_document(self):
+        self.workbook_of(content("S!A1", ("String", "old")))
+        (self.folder / "w.xlsx").rename(self.folder / "t.xlsx")
+        book = self.filled(content("S!A1", ("String", "new")))
+        self.assertEqual(book.sheetnames, ["S", "Tessera content"])
+        self.assertEqual(book["S"]["A1"].value, "new")
+        part = self.part("customXml/item1.xml")
+        self.assertIn(b'"new"', part)
+        chunks = [row[0].value for row in book["Tessera content"].iter_rows(min_row=3)]
+        self.assertEqual(zlib.decompress(base64.b64decode("".join(chunks))), part)
+        with zipfile.ZipFile(self.folder / "w.xlsx") as package:
+            self.assertEqual(sorted(name for name in package.namelist() if "/item" in name),
+                             ["customXml/item1.xml", "customXml/itemProps1.xml"])
+
+    def test_prefixes_and_bare_cells_are_no_hindrance(self):
+        """Some programs write a prefix before every name, and leave out where cells stand."""
+        self.make_template()
+        sheet = ('<?xml version="1.0"?><!-- <sheetData> --><x:worksheet xmlns:x="http://schemas.'
+                 'openxmlformats.org/spreadsheetml/2006/main"><x:dimension ref="A1"/><x:sheetData>'
+                 '<x:row spans="1:1"><x:c t="str"><x:v>&lt;c></x:v></x:c><x:c><x:v>7</x:v></x:c>'
+                 '</x:row><x:row r="3" ht="20"/></x:sheetData></x:worksheet>')
+        with zipfile.ZipFile(self.folder / "t.xlsx") as package:
+            parts = {name: package.read(name) for name in package.namelist()}
+        parts["xl/worksheets/sheet1.xml"] = sheet.encode()
+        with zipfile.ZipFile(self.folder / "t.xlsx", "w") as package:
+            for name, data in parts.items():
+                package.writestr(name, data)
+        text = ("String", "x")
+        book = self.filled(*(content(f"Pumps!{cell}", text) for cell in ("B1", "C1", "A2", "B3")))
+        rows = [[cell.value for cell in row] for row in book["Pumps"].iter_rows()]
+        self.assertEqual(rows, [["<c>", "x", "x"], ["x", None, None], [None, "x", None]])
+        written = self.part("xl/worksheets/sheet1.xml").decode()
+        self.assertTrue(written.startswith('<?xml version="1.0"?><!-- <sheetData> --><x:worksheet'))
+        self.assertNotIn("<c ", written)
+
+    def test_templates_that_are_none_are_told(self):
+        (self.folder / "c.xml").write_text(document(content("S!A1", ("Long", "1"))))
+        for text, reason in [(b"no zip", "t.xlsx"), (b"", "t.xlsx")]:
+            (self.folder / "t.xlsx").write_bytes(text)
+            said = self.run_tessera("spreadsheet", "c.xml", "--out", "w.xlsx", "--template",
+                                    "t.xlsx", code=2)
+            self.assertIn(reason, said)
+            self.assertFalse((self.folder / "w.xlsx").exists())
+        said = self.run_tessera("spreadsheet", "c.xml", "--out", "t.xlsx", "--template", "t.xlsx",
+                                code=2)
+        self.assertIn("cannot be written at the same time", said)
 
 
 if __name__ == "__main__":
