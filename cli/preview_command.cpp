@@ -33,8 +33,9 @@ int run_preview(const Arguments& arguments, Console& console) {
 
     course.phase(L"writing " + out);
     TextFile file(out, FileEncoding::utf8);
-    write_page(file, {file_name(arguments.input), file_name(arguments.against.value_or(L"")),
-                      contents, changes});
+    write_page(file,
+               {file_name(arguments.input), file_name(arguments.against.value_or(L"")), contents,
+                changes, [&](long number, long count) { course.step(number, count); }});
     if (course.is_stopped()) throw Stopped();
     file.finish();
     course.close();

@@ -32,6 +32,8 @@ class XmlWriter {
     void end();
     // Ends the last line and hands everything to the sink.
     void finish();
+    // Hands over what is written so far.
+    void flush();
 
     std::size_t replaced() const noexcept { return replaced_; }
 
@@ -45,7 +47,6 @@ class XmlWriter {
     void begin_content();
     void break_line(std::size_t depth);
     void escape(std::u16string_view value, bool in_attribute);
-    void flush();
 
     TextSink& sink_;
     XmlLayout layout_;

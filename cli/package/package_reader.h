@@ -25,6 +25,7 @@ class PackageReader {
     PackageReader(std::wstring path, std::string bytes);
 
     const std::wstring& path() const noexcept { return path_; }
+    const ZipReader& archive() const noexcept { return zip_; }
     // Names of parts are without a "/" before them, in whatever case.
     bool has(std::string_view part) const { return zip_.find(part) != nullptr; }
     std::string read(std::string_view part) const;

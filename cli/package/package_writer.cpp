@@ -14,14 +14,13 @@ std::u16string numbered_id(std::size_t number) {
     return id;
 }
 
-// "/xl/_rels/workbook.xml.rels" for "/xl/workbook.xml".
+}  // namespace
+
 std::u16string relationships_part(std::u16string_view part) {
     const std::size_t name = part.rfind(u'/') == part.npos ? 0 : part.rfind(u'/') + 1;
     std::u16string result(name == 0 ? u"/" : part.substr(0, name));
     return result.append(u"_rels/").append(part.substr(name)).append(u".rels");
 }
-
-}  // namespace
 
 std::u16string Relationships::add(std::u16string_view type, std::u16string_view target) {
     std::size_t number = list_.size() + 1;
@@ -29,6 +28,12 @@ std::u16string Relationships::add(std::u16string_view type, std::u16string_view 
         ++number;
     list_.push_back({numbered_id(number), std::u16string(type), std::u16string(target)});
     return list_.back().id;
+}
+
+void Relationships::drop(std::u16string_view type) {
+    std::erase_if(list_, [&](const Entry& known) {
+        return std::u16string_view(known.type).substr(known.type.rfind(u'/') + 1) == type;
+    });
 }
 
 PackageWriter::PackageWriter(ByteSink& sink, ContentTypes types)

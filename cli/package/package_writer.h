@@ -29,6 +29,8 @@ class Relationships {
     void keep(Entry entry) { list_.push_back(std::move(entry)); }
     // Answers the identifier, one that no other relationship has.
     std::u16string add(std::u16string_view type, std::u16string_view target);
+    // What stands behind the last "/" of the type's address tells it.
+    void drop(std::u16string_view type);
 
     const std::vector<Entry>& list() const noexcept { return list_; }
     bool empty() const noexcept { return list_.empty(); }
@@ -43,7 +45,11 @@ struct ContentTypes {
     std::map<std::u16string, std::u16string> of_parts;  // their names begin with "/"
 };
 
-// Part names begin with "/" and are ASCII.
+// "/xl/_rels/workbook.xml.rels" for "/xl/workbook.xml": the part that holds what another one refers
+// to.
+std::u16string relationships_part(std::u16string_view part);
+
+// Part names begin with "/".
 class PackageWriter {
   public:
     explicit PackageWriter(ByteSink& sink, ContentTypes types = {});
@@ -63,6 +69,7 @@ class PackageWriter {
     // A part whose type is said already, or by the ending of its name.
     void add_bytes(std::u16string_view part, std::string_view bytes);
     void set_type(std::u16string_view part, std::u16string_view type);
+    void drop_type(std::u16string_view part) { types_.of_parts.erase(std::u16string(part)); }
     // An empty part name stands for the package. Nothing is written when there are none.
     void add_relationships(std::u16string_view part, const Relationships& relationships);
     void finish();

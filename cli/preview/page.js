@@ -117,6 +117,7 @@ function fillCell(place, sheet, row, column) {
 function detailRows(cell) {
   const value = cell.value === undefined ? cell.text : `${cell.text || ""} (stored as ${cell.value})`;
   return [
+    ["Change", cell.change, cell.change],
     ["Value", value || "", cell.change],
     ["Type", cell.type],
     ["Unit", cell.unit],
@@ -129,8 +130,7 @@ function detailRows(cell) {
     ["Way back", cell.wayBack],
     ["Locale", cell.locale],
     ["Pointer", cell.pointer],
-    ["Row of the document", cell.number],
-    ["Change", cell.change, cell.change],
+    ["Row", cell.number],
   ].filter(([, text]) => text !== undefined && text !== "");
 }
 
@@ -145,15 +145,23 @@ function rowOf(texts, attributes = {}) {
     text instanceof Node ? text : element("td", {}, element("bdi", {}, String(text ?? "")))));
 }
 
+// Long paths break between their names.
+function pathText(text) {
+  const names = String(text).split("|");
+  return element("bdi", {}, ...names.flatMap((name, index) =>
+    index < names.length - 1 ? [`${name}|`, element("wbr")] : [name]));
+}
+
 function detailsOf(cell) {
   const list = element("dl");
   for (const [name, text, kind] of detailRows(cell))
-    list.append(element("dt", {}, name),
-      element("dd", kind ? {class: kind} : {}, element("bdi", {}, String(text))));
+    list.append(element("dt", {}, name), element("dd", kind ? {class: kind} : {}, pathText(text)));
   const parts = [list];
-  if (cell.differences)
-    parts.push(element("h3", {}, "What has changed"),
-      tableOf(["", "Old", "New"], cell.differences.map((difference) => rowOf(difference))));
+  if (cell.differences) {
+    const changes = tableOf(["What", "Old", "New"], cell.differences.map((texts) => rowOf(texts)));
+    changes.className = "differences";
+    parts.unshift(element("h3", {}, "What has changed"), changes);
+  }
   if (cell.list)
     parts.push(element("h3", {}, "List"), tableOf(["Value", "Display text"],
       cell.list.map((entry, index) => rowOf(entry, index === 0 ? {class: "current"} : {}))));
@@ -308,7 +316,7 @@ function printedSheet(sheet) {
   const headings = ["Cell", "Value", "Unit", "Direction", "Object", "Property"];
   if (data.against) headings.push("Change");
   const rows = shown.map((cell) => rowOf([placeName(cell), cell.text, cell.unit,
-    directionOf(cell).words, cell.object, cell.property,
+    cell.direction, element("td", {}, pathText(cell.object || "")), cell.property,
     ...(data.against ? [cell.change || ""] : [])]));
   return shown.length ? [element("h2", {}, sheet.name), tableOf(headings, rows)] : [];
 }

@@ -117,6 +117,7 @@ std::string page_data(const PageSource& source) {
     for (const ContentRecord& record : source.contents) {
         const auto change = changes.find(&record);
         sheets.add(record, change == changes.end() ? nullptr : change->second);
+        source.told(static_cast<long>(record.number), static_cast<long>(source.contents.size()));
     }
     for (const CellChange& change : source.changes)
         if (change.kind == ChangeKind::removed) sheets.add(*change.before, &change);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,6 +67,9 @@ inline constexpr RuleText rules[] = {
     {Rule::no_way_back, u"no-way-back", Severity::notice,
      u"the direction leads into the project, and the property cannot be written"},
 };
+
+static_assert(std::size(rules) == static_cast<std::size_t>(Rule::no_way_back) + 1,
+              "every rule has a row, and the last one is named here");
 
 const RuleText& text_of(Rule rule) noexcept;
 std::u16string_view name_of(Severity severity) noexcept;

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 
+#include "cli/package/markup.h"
+
 namespace cli {
 namespace {
 
 constexpr std::size_t longest_plain_list = 255;
+constexpr std::string_view list_name = "TesseraList";
 
 bool is_plain(std::u16string_view text) {
     return text.find_first_of(u",\"\n\t") == text.npos && !text.starts_with(u' ') &&
@@ -65,6 +68,18 @@ class Ranges {
 
 }  // namespace
 
+void DropDowns::avoid_names_in(std::string_view book) {
+    markup::Scanner scanner(book);
+    while (const auto tag = scanner.next()) {
+        if (!tag->is_start_of("definedName")) continue;
+        const std::string_view name = markup::attribute(*tag, "name").value_or("");
+        const std::string_view number = name.substr(std::min(name.size(), list_name.size()));
+        if (!name.starts_with(list_name) || number.empty() || number.size() > 9) continue;
+        if (number.find_first_not_of("0123456789") != number.npos) continue;
+        last_name_ = std::max<std::size_t>(last_name_, std::stoul(std::string(number)));
+    }
+}
+
 std::u16string DropDowns::formula_of(const std::vector<std::u16string>& texts) {
     const auto [known, is_new] = formulas_.try_emplace(texts);
     if (!is_new) return known->second;
@@ -75,7 +90,7 @@ std::u16string DropDowns::formula_of(const std::vector<std::u16string>& texts) {
     }
     const std::size_t number = named_.size() + 1;
     const std::u16string column = column_letters(static_cast<std::int32_t>(number));
-    known->second = numbered(u"TesseraList", number);
+    known->second = numbered(std::u16string(list_name.begin(), list_name.end()), ++last_name_);
     named_.push_back(
         {known->second, numbered(u"$" + column + u"$1:$" + column + u"$", texts.size()), texts});
     return known->second;

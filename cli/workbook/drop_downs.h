@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/workbook/workbook_plan.h"
@@ -19,6 +20,9 @@ class DropDowns {
         std::vector<std::u16string> texts;
     };
 
+    // The names of a workbook that exists are not taken again.
+    void avoid_names_in(std::string_view book);
+
     // The formula by which a cell offers the list.
     std::u16string formula_of(const std::vector<std::u16string>& texts);
 
@@ -27,6 +31,7 @@ class DropDowns {
   private:
     std::map<std::vector<std::u16string>, std::u16string> formulas_;
     std::vector<NamedList> named_;
+    std::size_t last_name_ = 0;
 };
 
 // Input cells by the list that they offer; cells that stand below each other are one range.

@@ -1,5 +1,6 @@
 #include "cli/workbook/sheet_writer.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "cli/package/package_writer.h"
@@ -44,7 +45,7 @@ void write_columns(XmlWriter& writer, const SheetLayout& layout) {
     writer.end();
 }
 
-void write_rows(XmlWriter& writer, const PlannedSheet& sheet, StyleTable& styles) {
+void write_rows(XmlWriter& writer, const PlannedSheet& sheet, StyleSheet& styles) {
     writer.start(u"sheetData");
     std::int32_t row = 0;
     for (const PlannedCell& cell : sheet.cells) {
@@ -156,6 +157,27 @@ void write_text_cell(XmlWriter& writer, const CellAddress& at, std::u16string_vi
     writer.start(u"c");
     writer.attribute(u"r", cell_name(at));
     write_inline_text(writer, text);
+    writer.end();
+}
+
+void write_lists_sheet(XmlWriter& writer, const std::vector<DropDowns::NamedList>& lists) {
+    std::size_t rows = 0;
+    for (const DropDowns::NamedList& list : lists)
+        rows = std::max(rows, list.texts.size());
+    writer.start(u"worksheet");
+    writer.attribute(u"xmlns", spreadsheet_namespace);
+    writer.start(u"sheetData");
+    for (std::size_t row = 0; row < rows; ++row) {
+        writer.start(u"row");
+        writer.attribute(u"r", static_cast<std::int64_t>(row + 1));
+        for (std::size_t i = 0; i < lists.size(); ++i)
+            if (row < lists[i].texts.size())
+                write_text_cell(
+                    writer, {static_cast<std::int32_t>(i + 1), static_cast<std::int32_t>(row + 1)},
+                    lists[i].texts[row]);
+        writer.end();
+    }
+    writer.end();
     writer.end();
 }
 

@@ -12,13 +12,16 @@ namespace cli {
 
 // What the sheets of a workbook share.
 struct SharedParts {
-    StyleTable styles;
+    StyleSheet styles;
     DropDowns drop_downs;
 };
 
 // `notes` is the relationship to the drawing of the sheet's notes; empty when there are none.
 void write_sheet(XmlWriter& writer, const PlannedSheet& sheet, const SheetLayout& layout,
                  SharedParts& shared, std::u16string_view notes);
+
+// A column for each list that is not offered in place.
+void write_lists_sheet(XmlWriter& writer, const std::vector<DropDowns::NamedList>& lists);
 
 // Without a password: who wants to change what does not go back can.
 void write_protection(XmlWriter& writer);

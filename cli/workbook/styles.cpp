@@ -1,7 +1,10 @@
 #include "cli/workbook/styles.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "cli/fragment.h"
+#include "cli/package/markup.h"
 #include "cli/text.h"
 #include "cli/workbook/cell_text.h"
 #include "cli/workbook/number_format.h"
@@ -58,86 +61,61 @@ void write_element(XmlWriter& writer, std::u16string_view name, std::u16string_v
     writer.end();
 }
 
-void write_font(XmlWriter& writer, bool is_bold) {
-    writer.start(u"font");
-    if (is_bold) {
-        writer.start(u"b");
-        writer.end();
-    }
-    write_element(writer, u"sz", u"val", u"11");
-    write_element(writer, u"name", u"val", u"Calibri");
-    write_element(writer, u"family", u"val", u"2");
-    writer.end();
-}
-
-void write_fill(XmlWriter& writer, std::u16string_view pattern, std::u16string_view color) {
-    writer.start(u"fill");
-    writer.start(u"patternFill");
-    writer.attribute(u"patternType", pattern);
-    if (!color.empty()) write_element(writer, u"fgColor", u"rgb", color);
-    writer.end();
-    writer.end();
-}
-
-void write_border(XmlWriter& writer, bool is_drawn) {
-    writer.start(u"border");
-    for (const std::u16string_view side : {u"left", u"right", u"top", u"bottom", u"diagonal"}) {
-        writer.start(side);
-        if (is_drawn && side != u"diagonal") {
-            writer.attribute(u"style", u"thin");
-            write_element(writer, u"color", u"rgb", u"FFBFBFBF");
+// What our styles look like. A style sheet gets all of it at once, so that each has its place
+// behind what was there: the plain font and the bold one, the colours of headings and of output, a
+// frame.
+void write_fonts(XmlWriter& writer) {
+    for (const bool is_bold : {false, true}) {
+        writer.start(u"font");
+        if (is_bold) {
+            writer.start(u"b");
+            writer.end();
         }
+        write_element(writer, u"sz", u"val", u"11");
+        write_element(writer, u"name", u"val", u"Calibri");
+        write_element(writer, u"family", u"val", u"2");
         writer.end();
     }
+}
+
+void write_fills(XmlWriter& writer) {
+    for (const std::u16string_view color : {u"FFDCE6F1", u"FFEDEDED"}) {
+        writer.start(u"fill");
+        writer.start(u"patternFill");
+        writer.attribute(u"patternType", u"solid");
+        write_element(writer, u"fgColor", u"rgb", color);
+        writer.end();
+        writer.end();
+    }
+}
+
+void write_frame(XmlWriter& writer) {
+    writer.start(u"border");
+    for (const std::u16string_view side : {u"left", u"right", u"top", u"bottom"}) {
+        writer.start(side);
+        writer.attribute(u"style", u"thin");
+        write_element(writer, u"color", u"rgb", u"FFBFBFBF");
+        writer.end();
+    }
+    writer.start(u"diagonal");
+    writer.end();
     writer.end();
 }
 
-// The order is that of CellRole, behind what the form wants to come first.
-void write_looks(XmlWriter& writer) {
-    writer.start(u"fonts");
-    writer.attribute(u"count", 2);
-    write_font(writer, false);
-    write_font(writer, true);
-    writer.end();
-    writer.start(u"fills");
-    writer.attribute(u"count", 4);
-    write_fill(writer, u"none", {});
-    write_fill(writer, u"gray125", {});
-    write_fill(writer, u"solid", u"FFDCE6F1");
-    write_fill(writer, u"solid", u"FFEDEDED");
-    writer.end();
-    writer.start(u"borders");
-    writer.attribute(u"count", 2);
-    write_border(writer, false);
-    write_border(writer, true);
-    writer.end();
-}
-
+// Places in the lists of a style sheet.
 struct Look {
-    std::int64_t font;
-    std::int64_t fill;
-    std::int64_t border;
+    std::size_t font;
+    std::size_t fill;
+    std::size_t border;
 };
 
-Look look_of(CellRole role) {
-    switch (role) {
-        case CellRole::heading:
-            return {1, 2, 1};
-        case CellRole::output:
-            return {0, 3, 1};
-        case CellRole::input:
-            return {0, 0, 1};
-    }
-    return {};
-}
-
-void write_cell_style(XmlWriter& writer, const CellStyle& style, std::int64_t format) {
-    const Look look = look_of(style.role);
+void write_cell_style(XmlWriter& writer, const CellStyle& style, const Look& look,
+                      std::int64_t format) {
     writer.start(u"xf");
     writer.attribute(u"numFmtId", format);
-    writer.attribute(u"fontId", look.font);
-    writer.attribute(u"fillId", look.fill);
-    writer.attribute(u"borderId", look.border);
+    writer.attribute(u"fontId", static_cast<std::int64_t>(look.font));
+    writer.attribute(u"fillId", static_cast<std::int64_t>(look.fill));
+    writer.attribute(u"borderId", static_cast<std::int64_t>(look.border));
     writer.attribute(u"xfId", 0);
     if (style.is_quoted) writer.attribute(u"quotePrefix", 1);
     for (const std::u16string_view part : {u"applyNumberFormat", u"applyFont", u"applyFill",
@@ -153,7 +131,47 @@ void write_cell_style(XmlWriter& writer, const CellStyle& style, std::int64_t fo
     writer.end();
 }
 
+std::size_t count_children(std::string_view text, std::string_view list) {
+    const auto element = markup::find(text, list);
+    if (!element || element->is_empty) return 0;
+    std::size_t count = 0;
+    markup::Scanner scanner(text, element->end);
+    for (auto child = scanner.next(); child && !child->is_end; child = scanner.next()) {
+        scanner = markup::Scanner(text, markup::end_of(text, *child));
+        ++count;
+    }
+    return count;
+}
+
+// Adds to a list of the style sheet, which has it unless it is that of the number formats.
+void add_to_list(std::string& text, std::string_view list, const std::string& children,
+                 std::size_t count) {
+    const auto root = markup::find(text, "styleSheet");
+    if (!root || count == 0) return;
+    auto element = markup::find(text, list);
+    if (!element) {
+        const std::string empty =
+            "<" + std::string(root->prefix).append(list).append(" count=\"0\"/>");
+        text.insert(root->end, empty);
+        element = markup::find(text, list);
+    }
+    text = markup::with_children(text, *element, markup::prefixed(children, root->prefix), count);
+}
+
 }  // namespace
+
+const std::string_view StyleSheet::plain_styles =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+    "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">"
+    "<fonts count=\"1\"><font><sz val=\"11\"/><name val=\"Calibri\"/><family val=\"2\"/></font>"
+    "</fonts><fills count=\"2\"><fill><patternFill patternType=\"none\"/></fill><fill>"
+    "<patternFill patternType=\"gray125\"/></fill></fills>"
+    "<borders count=\"1\"><border><left/><right/><top/><bottom/><diagonal/></border></borders>"
+    "<cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/>"
+    "</cellStyleXfs><cellXfs count=\"1\">"
+    "<xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" borderId=\"0\" xfId=\"0\"/></cellXfs>"
+    "<cellStyles count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/></cellStyles>"
+    "</styleSheet>";
 
 CellStyle style_of(const PlannedCell& cell) {
     const std::u16string& text = cell.content.text;
@@ -163,66 +181,106 @@ CellStyle style_of(const PlannedCell& cell) {
             is_text && would_be_reinterpreted(text)};
 }
 
-std::size_t StyleTable::index_of(const CellStyle& style) {
-    const auto [known, is_new] = known_.try_emplace(style, styles_.size() + 1);
-    if (is_new) {
-        styles_.push_back(style);
-        if (known_format(style.format) < 0)
-            formats_.try_emplace(style.format,
-                                 first_own_format + static_cast<std::int64_t>(formats_.size()));
+bool is_number_format(std::u16string_view code) noexcept {
+    return code != u"General" && code != u"@";
+}
+
+StyleSheet::StyleSheet(std::string_view text) : text_(text), next_format_(first_own_format) {
+    fonts_ = count_children(text_, "fonts");
+    fills_ = count_children(text_, "fills");
+    borders_ = count_children(text_, "borders");
+    markup::Scanner scanner(text_);
+    while (const auto tag = scanner.next())
+        if (tag->is_start_of("numFmt"))
+            next_format_ = std::max<std::int64_t>(next_format_,
+                                                  markup::number(*tag, "numFmtId").value_or(0) + 1);
+    const auto list = markup::find(text_, "cellXfs");
+    if (!list || list->is_empty) return;
+    scanner = markup::Scanner(text_, list->end);
+    for (auto child = scanner.next(); child && !child->is_end; child = scanner.next()) {
+        const std::size_t end = markup::end_of(text_, *child);
+        cell_styles_.push_back(text_.substr(child->begin, end - child->begin));
+        scanner = markup::Scanner(text_, end);
     }
+}
+
+std::size_t StyleSheet::index_of(const CellStyle& style) {
+    const auto [known, is_new] = known_.try_emplace(style);
+    if (is_new) add(own_style(style), known->second);
     return known->second;
 }
 
-void StyleTable::write(XmlWriter& writer) const {
-    writer.start(u"styleSheet");
-    writer.attribute(u"xmlns", spreadsheet_namespace);
-    write_formats(writer);
-    write_looks(writer);
-    writer.start(u"cellStyleXfs");
-    writer.attribute(u"count", 1);
-    writer.start(u"xf");
-    for (const std::u16string_view part : {u"numFmtId", u"fontId", u"fillId", u"borderId"})
-        writer.attribute(part, 0);
-    writer.end();
-    writer.end();
-    write_cell_styles(writer);
-    writer.start(u"cellStyles");
-    writer.attribute(u"count", 1);
-    writer.start(u"cellStyle");
-    writer.attribute(u"name", u"Normal");
-    writer.attribute(u"xfId", 0);
-    writer.attribute(u"builtinId", 0);
-    writer.end();
-    writer.end();
-    writer.end();
+std::size_t StyleSheet::showing(std::size_t style, const std::u16string& format) {
+    if (style >= cell_styles_.size()) return style;
+    const auto tag = markup::find(cell_styles_[style], "xf");
+    if (!tag || markup::number(*tag, "numFmtId").value_or(0) != 0) return style;
+    const auto [known, is_new] = shown_.try_emplace({style, format});
+    if (!is_new) return known->second;
+    std::string changed =
+        markup::with_attribute(*tag, "numFmtId", std::to_string(format_id(format)));
+    const auto changed_tag = markup::find(changed, "xf");
+    changed = markup::with_attribute(*changed_tag, "applyNumberFormat", "1");
+    add(changed + cell_styles_[style].substr(tag->end), known->second);
+    return known->second;
 }
 
-void StyleTable::write_formats(XmlWriter& writer) const {
-    if (formats_.empty()) return;
-    writer.start(u"numFmts");
-    writer.attribute(u"count", static_cast<std::int64_t>(formats_.size()));
-    for (const auto& [code, id] : formats_) {
-        writer.start(u"numFmt");
-        writer.attribute(u"numFmtId", id);
-        writer.attribute(u"formatCode", code);
-        writer.end();
+// Prefixes of elements that exist stay; ours get theirs when the text is put together.
+std::string StyleSheet::text() const {
+    std::string text = text_;
+    std::string formats = fragment([&](XmlWriter& writer) {
+        for (const auto& [code, id] : formats_) {
+            writer.start(u"numFmt");
+            writer.attribute(u"numFmtId", id);
+            writer.attribute(u"formatCode", code);
+            writer.end();
+        }
+    });
+    add_to_list(text, "numFmts", formats, formats_.size());
+    if (!known_.empty()) {
+        add_to_list(text, "fonts", fragment(write_fonts), 2);
+        add_to_list(text, "fills", fragment(write_fills), 2);
+        add_to_list(text, "borders", fragment(write_frame), 1);
     }
-    writer.end();
+    std::string styles;
+    for (const std::string& style : added_)
+        styles += style;
+    const auto list = markup::find(text, "cellXfs");
+    return list && !added_.empty() ? markup::with_children(text, *list, styles, added_.size())
+                                   : text;
 }
 
-void StyleTable::write_cell_styles(XmlWriter& writer) const {
-    writer.start(u"cellXfs");
-    writer.attribute(u"count", static_cast<std::int64_t>(styles_.size() + 1));
-    writer.start(u"xf");
-    for (const std::u16string_view part : {u"numFmtId", u"fontId", u"fillId", u"borderId", u"xfId"})
-        writer.attribute(part, 0);
-    writer.end();
-    for (const CellStyle& style : styles_) {
-        const std::int64_t known = known_format(style.format);
-        write_cell_style(writer, style, known < 0 ? formats_.at(style.format) : known);
+std::int64_t StyleSheet::format_id(const std::u16string& code) {
+    if (const std::int64_t known = known_format(code); known >= 0) return known;
+    const auto [known, is_new] = formats_.try_emplace(code, next_format_);
+    if (is_new) ++next_format_;
+    return known->second;
+}
+
+void StyleSheet::add(std::string element, std::size_t& index) {
+    index = cell_styles_.size() + added_.size();
+    added_.push_back(std::move(element));
+}
+
+std::string StyleSheet::own_style(const CellStyle& style) {
+    const std::size_t plain = fonts_;
+    const std::size_t frame = borders_;
+    Look look{};
+    switch (style.role) {
+        case CellRole::heading:
+            look = {plain + 1, fills_, frame};
+            break;
+        case CellRole::output:
+            look = {plain, fills_ + 1, frame};
+            break;
+        case CellRole::input:
+            look = {plain, 0, frame};
+            break;
     }
-    writer.end();
+    const auto root = markup::find(text_, "styleSheet");
+    const std::int64_t format = format_id(style.format);
+    const std::string element =
+        fragment([&](XmlWriter& writer) { write_cell_style(writer, style, look, format); });
+    return markup::prefixed(element, root ? root->prefix : std::string_view());
 }
 
 }  // namespace cli

@@ -1,12 +1,14 @@
 // The styles of a workbook's cells: each that is asked for is written once.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cli/workbook/workbook_plan.h"
-#include "cli/xml_writer.h"
 
 namespace cli {
 
@@ -24,20 +26,38 @@ inline constexpr std::size_t widest_column = 60;
 
 CellStyle style_of(const PlannedCell& cell);
 
-class StyleTable {
+// True for formats that say how a number is shown.
+bool is_number_format(std::u16string_view code) noexcept;
+
+// A style sheet that exists and gets what is asked for behind what it has.
+class StyleSheet {
   public:
+    // The style sheet's text; the plainest one that there is without it.
+    explicit StyleSheet(std::string_view text = plain_styles);
+
     // The index by which cells refer to the style.
     std::size_t index_of(const CellStyle& style);
-    // The whole style sheet, in which the index 0 is that of cells that nobody filled.
-    void write(XmlWriter& writer) const;
+    // The style with this index, made to show numbers in the format when it says nothing of them.
+    std::size_t showing(std::size_t style, const std::u16string& format);
+    std::string text() const;
 
   private:
-    void write_formats(XmlWriter& writer) const;
-    void write_cell_styles(XmlWriter& writer) const;
+    static const std::string_view plain_styles;
 
+    std::int64_t format_id(const std::u16string& code);
+    void add(std::string element, std::size_t& index);
+    std::string own_style(const CellStyle& style);
+
+    std::string text_;
+    std::vector<std::string> cell_styles_;  // those that exist
+    std::size_t fonts_ = 0;                 // how many exist
+    std::size_t fills_ = 0;
+    std::size_t borders_ = 0;
+    std::int64_t next_format_;
     std::map<CellStyle, std::size_t> known_;
-    std::vector<CellStyle> styles_;
+    std::map<std::pair<std::size_t, std::u16string>, std::size_t> shown_;
     std::map<std::u16string, std::int64_t> formats_;
+    std::vector<std::string> added_;
 };
 
 }  // namespace cli

@@ -11,13 +11,16 @@ WorkbookOutcome write_workbook_file(const WorkbookRequest& request, const dom::N
                                     const ContentRecords& records, const UnitLabel& unit_label,
                                     const WriteCourse& course) {
     WorkbookPlan plan = plan_workbook(records, unit_label);
+    const BaseWorkbook base =
+        request.template_path ? BaseWorkbook(*request.template_path) : BaseWorkbook();
     if (plan.cells == 0)
         throw Failure(L"the content document has no value that a workbook can hold; \"" +
                       request.path + L"\" was not written");
     OutputFile file(request.path);
-    write_workbook(file, plan, contents_root, course);
+    const auto left_out = write_workbook(file, base, plan, contents_root, course);
     file.finish();
-    return {plan.sheets.size(), plan.cells, std::move(plan.unwritten)};
+    plan.unwritten.insert(plan.unwritten.end(), left_out.begin(), left_out.end());
+    return {plan.sheets.size(), plan.cells - left_out.size(), std::move(plan.unwritten)};
 }
 
 std::wstring summary(const WorkbookOutcome& outcome) {

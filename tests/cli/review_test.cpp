@@ -2,8 +2,10 @@
 
 #include <sstream>
 
+#include "automation/dom.h"
 #include "cli/content_rows.h"
 #include "cli/program.h"
+#include "text/utf8.h"
 
 using namespace test;
 
@@ -195,6 +197,23 @@ TEST_CASE("an export that is repeated differs in nothing") {
     const Outcome outcome = place.run({L"diff", L"one.xml", L"two.xml", L"--json"});
     CHECK(contains(outcome.out, "\"unchanged\": 109,\n  \"changes\": []"));
     CHECK(place.run({L"check", L"one.xml", L"--project", sample(L"plant.xml")}).code == 0);
+}
+
+TEST_CASE("the sample's style sheet makes a page of a content document on the platform's parser") {
+    const Workplace place;
+    place.run({L"export", sample(L"plant.xml"), L"--out", L"c.xml"});
+    const auto document = parsed(place.folder() / L"c.xml");
+    const auto style = parsed(sample(L"content_page.xsl"));
+    const std::string page =
+        tessera::to_utf8(get(document, &IXMLDOMDocument::transformNode, style.get()).u16());
+    for (const char* part : {"<caption>Pumpen</caption>", "<caption>Messstellen</caption>",
+                             "<td>in Betrieb</td>", "<td>GetXValue(2)</td>"})
+        CHECK_MESSAGE(contains(page, part), std::string(part));
+    // A line for every row, and one of headings for each of the three sheets.
+    std::size_t count = 0;
+    for (std::size_t at = page.find("<tr>"); at != page.npos; at = page.find("<tr>", at + 1))
+        ++count;
+    CHECK(count == 109 + 3);
 }
 
 TEST_CASE("what is no content document is told as such, and nothing is written") {
