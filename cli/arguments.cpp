@@ -41,29 +41,51 @@ tessera spreadsheet CONTENT --out FILE.xlsx [--template FILE] [--quiet]
 tessera decode FILE [--out FILE] [--quiet]
     Decodes a file of encoded strings, one in each line.
 
+tessera check CONTENT [--project PROJECT] [--json] [--quiet]
+    Reports what is wrong with a content document, or with the one in a
+    workbook: by rule, with counts and places.
+    --project FILE   look objects and units up in this project file, too
+    --json           the report for programs
+    --quiet          tell the counts only
+
+tessera diff OLD NEW [--json] [--quiet]
+    Compares two content documents or workbooks cell by cell.
+
+tessera preview CONTENT [--against OLD] --out FILE [--quiet]
+    Writes a page that shows the cells as a browser can.
+    --against OLD    mark what has changed since that content document
+
 tessera --help
 tessera --version
 
-Exit code: 0 done, 1 errors were reported or nothing came back,
-2 the command could not be run.
+Exit code: 0 done, 1 errors were reported, nothing came back, or diff
+found differences, 2 the command could not be run.
 )";
 
 constexpr unsigned for_export = 1;
 constexpr unsigned for_query = 2;
 constexpr unsigned for_decode = 4;
 constexpr unsigned for_spreadsheet = 8;
+constexpr unsigned for_check = 32;
+constexpr unsigned for_diff = 64;
+constexpr unsigned for_preview = 128;
+constexpr unsigned every_command = ~0U;
 
 struct CommandName {
     std::wstring_view name;
     Command command;
     unsigned mask;
     std::wstring_view input;
+    std::wstring_view second_input = {};
 };
 constexpr CommandName commands[] = {
     {L"export", Command::export_document, for_export, L"the project file"},
     {L"query", Command::query, for_query, L"the project file"},
     {L"decode", Command::decode, for_decode, L"the file to decode"},
     {L"spreadsheet", Command::spreadsheet, for_spreadsheet, L"the content document"},
+    {L"check", Command::check, for_check, L"the content document"},
+    {L"diff", Command::diff, for_diff, L"the old content document", L"the new content document"},
+    {L"preview", Command::preview, for_preview, L"the content document"},
 };
 
 struct Option {
@@ -78,9 +100,12 @@ constexpr Option options[] = {
     {L"--query", for_query, true},
     {L"--format", for_query, true},
     {L"--encode", for_query, false},
-    {L"--out", for_export | for_query | for_decode | for_spreadsheet, true},
+    {L"--project", for_check, true},
+    {L"--json", for_check | for_diff, false},
+    {L"--against", for_preview, true},
+    {L"--out", for_export | for_query | for_decode | for_spreadsheet | for_preview, true},
     {L"--template", for_export | for_spreadsheet, true},
-    {L"--quiet", for_export | for_query | for_decode | for_spreadsheet, false},
+    {L"--quiet", every_command, false},
     {L"--window", for_export | for_query, false},
 };
 
@@ -132,7 +157,10 @@ class Parser {
     Arguments result() const {
         Arguments result;
         result.command = command_.command;
-        result.input = input();
+        read_inputs(result);
+        result.project = value(L"--project");
+        result.against = value(L"--against");
+        result.json = given_.contains(L"--json");
         result.document = value(L"--document");
         result.script = value(L"--script");
         result.out = value(L"--out");
@@ -145,6 +173,7 @@ class Parser {
             fail(L"\"--script\" and \"--no-scripts\" exclude each other");
         if (command_.command == Command::spreadsheet) check_workbook(required(L"--out"));
         if (result.template_file) check_workbook(required(L"--out"));
+        if (command_.command == Command::preview) required(L"--out");
         if (command_.command == Command::query) {
             result.query = required(L"--query");
             result.format = format();
@@ -188,11 +217,17 @@ class Parser {
             fail(quoted(option.name) + L" is given twice");
     }
 
-    std::wstring input() const {
-        if (operands_.empty()) fail(std::wstring(command_.input) + L" is missing");
-        if (operands_.size() > 1) fail(quoted(operands_[1]) + L" is one argument too many");
-        if (operands_.front().empty()) fail(std::wstring(command_.input) + L" has no name");
-        return std::wstring(operands_.front());
+    void read_inputs(Arguments& result) const {
+        const std::size_t count = command_.second_input.empty() ? 1 : 2;
+        result.input = operand(0, command_.input);
+        if (count == 2) result.second_input = operand(1, command_.second_input);
+        if (operands_.size() > count) fail(quoted(operands_[count]) + L" is one argument too many");
+    }
+
+    std::wstring operand(std::size_t index, std::wstring_view role) const {
+        if (operands_.size() <= index) fail(std::wstring(role) + L" is missing");
+        if (operands_[index].empty()) fail(std::wstring(role) + L" has no name");
+        return std::wstring(operands_[index]);
     }
 
     std::optional<std::wstring> value(std::wstring_view option) const {

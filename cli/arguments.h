@@ -8,12 +8,25 @@
 
 namespace cli {
 
-enum class Command { help, version, export_document, query, decode, spreadsheet };
+enum class Command {
+    help,
+    version,
+    export_document,
+    query,
+    decode,
+    spreadsheet,
+    check,
+    diff,
+    preview,
+};
 enum class QueryFormat { columns, rows, complete, strings };
 
 struct Arguments {
     Command command = Command::help;
-    std::wstring input;  // the project file, or the file to decode
+    std::wstring input;                   // the project file, or the file to decode
+    std::wstring second_input;            // of the command that compares two
+    std::optional<std::wstring> project;  // beside an input that is none
+    std::optional<std::wstring> against;
     std::optional<std::wstring> document;
     std::optional<std::wstring> script;
     std::optional<std::wstring> out;
@@ -21,6 +34,7 @@ struct Arguments {
     std::wstring query;
     QueryFormat format = QueryFormat::complete;
     bool encode = false;
+    bool json = false;
     bool quiet = false;
     bool window = false;
     bool no_scripts = false;

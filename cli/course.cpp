@@ -95,9 +95,10 @@ void Course::row(long number, long count) {
     move_bar(number, count);
 }
 
-// Rows that are counted from the start again are other rows.
+// Rows that are counted from the start again are other rows; what came before the first one is no
+// time of theirs.
 std::wstring Course::told(long number, long count, std::uint64_t now) {
-    if (number == 0 || number < last_row_) {
+    if (last_row_ == 0 || number < last_row_) {
         first_row_ = number;
         first_row_at_ = now;
     }

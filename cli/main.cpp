@@ -45,6 +45,12 @@ int run(std::span<const wchar_t* const> given, Console& console) {
             return with_com(run_decode, arguments, console);
         case Command::spreadsheet:
             return with_com(run_spreadsheet, arguments, console);
+        case Command::check:
+            return with_com(run_check, arguments, console);
+        case Command::diff:
+            return with_com(run_diff, arguments, console);
+        case Command::preview:
+            return with_com(run_preview, arguments, console);
     }
     return exit_success;
 }

@@ -1,6 +1,6 @@
 #include "cli/progress_text.h"
 
-#include <algorithm>
+#include <cmath>
 
 namespace cli {
 namespace {
@@ -20,7 +20,7 @@ std::wstring duration_text(std::uint64_t seconds) {
 
 // Below ten rows a second a whole number would say too little.
 std::wstring rate_text(double rate) {
-    const auto tenths = static_cast<std::uint64_t>(rate * 10 + 0.5);
+    const auto tenths = static_cast<std::uint64_t>(std::llround(rate * 10));
     std::wstring text = std::to_wstring(tenths >= 100 ? (tenths + 5) / 10 : tenths / 10);
     if (tenths < 100) text += L"." + std::to_wstring(tenths % 10);
     return text + L" rows/s";
@@ -38,7 +38,7 @@ std::wstring progress_text(const WorkDone& done) {
     text += L", " + rate_text(rate);
     if (done.count > done.row) {
         const double left = static_cast<double>(done.count - done.row) / rate;
-        text += L", " + duration_text(static_cast<std::uint64_t>(left + 0.5)) + L" left";
+        text += L", " + duration_text(static_cast<std::uint64_t>(std::llround(left))) + L" left";
     }
     return text;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "cli/records/ascii.h"
+
 namespace cli {
 namespace {
 
@@ -71,10 +73,7 @@ std::u16string column_letters(std::int32_t column) {
 }
 
 std::u16string cell_name(const CellAddress& cell) {
-    std::u16string name = column_letters(cell.column);
-    for (const char digit : std::to_string(cell.row))
-        name += static_cast<char16_t>(digit);
-    return name;
+    return column_letters(cell.column) + decimal(cell.row);
 }
 
 }  // namespace cli

@@ -1,7 +1,6 @@
 // Where a value stands in a document: "Sheet1!B7".
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -14,7 +13,11 @@ struct CellAddress {
     std::int32_t column = 0;
     std::int32_t row = 0;
 
-    auto operator<=>(const CellAddress&) const = default;
+    bool operator==(const CellAddress&) const = default;
+    // By columns, and in each from the top.
+    friend bool operator<(const CellAddress& left, const CellAddress& right) noexcept {
+        return left.column != right.column ? left.column < right.column : left.row < right.row;
+    }
 };
 
 // The last cell that a sheet of a workbook has, XFD1048576.

@@ -146,7 +146,7 @@ std::wstring parse_failure(const dom::Document& document) {
 
 }  // namespace
 
-ContentRecords read_contents(const dom::Node& contents_root) {
+ContentRecords read_contents(const dom::Node& contents_root, const RecordRead& told) {
     ContentRecords records;
     dom::for_each_element(contents_root, [&](const dom::Node& node) {
         const Bstr name = dom::name(node);
@@ -154,6 +154,7 @@ ContentRecords read_contents(const dom::Node& contents_root) {
             ContentRecord& record = records.contents.emplace_back();
             record.number = records.contents.size();
             read_items(record, node, titles);
+            if (told) told(static_cast<long>(record.number));
         } else if (name.view() == L"Options") {
             if (const auto option = dom::child_named(node, L"AllowSheetCreation"))
                 read_item(records.allows_sheet_creation, option);

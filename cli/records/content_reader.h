@@ -1,6 +1,7 @@
 // Reads content documents: files and texts into the parser's document, and that into plain records.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "automation/dom.h"
@@ -8,8 +9,11 @@
 
 namespace cli {
 
+// Told the number of each record that is read; may end the reading with an exception.
+using RecordRead = std::function<void(long number)>;
+
 // Every "Content" element below a contents root, in document order. What is missing stays empty.
-ContentRecords read_contents(const dom::Node& contents_root);
+ContentRecords read_contents(const dom::Node& contents_root, const RecordRead& told = {});
 
 // The document of a text that has been decoded already, whatever encoding it declares. `name` says
 // which one it is in the Failure for a text that is no content document.

@@ -3,22 +3,13 @@
 #include <algorithm>
 #include <iterator>
 
-#include "host/known_properties.h"
+#include "cli/records/ascii.h"
 
 namespace cli {
 namespace {
 
 constexpr std::u16string_view number_types[] = {u"Byte",   u"Integer", u"Long",
                                                 u"Single", u"Double",  u"Currency"};
-
-// Property names are plain ASCII: that much of the rule about letters is enough.
-char16_t lower_case(char16_t letter) noexcept {
-    return letter >= u'A' && letter <= u'Z' ? static_cast<char16_t>(letter - u'A' + u'a') : letter;
-}
-
-bool is_same_name(std::u16string_view left, std::u16string_view right) {
-    return std::ranges::equal(left, right, {}, lower_case, lower_case);
-}
 
 bool is_digits(std::u16string_view text) {
     return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
@@ -37,9 +28,7 @@ bool ArchivedValue::is_number() const noexcept {
 PropertyKind ContentRecord::property_kind() const {
     if (property.name.empty()) return PropertyKind::none;
     if (is_digits(property.name)) return PropertyKind::numbered;
-    const auto* known = kelos::find_property_if(
-        [this](std::u16string_view name) { return is_same_name(name, property.name); });
-    return known ? PropertyKind::known : PropertyKind::expression;
+    return known_property(property.name) ? PropertyKind::known : PropertyKind::expression;
 }
 
 const ArchivedValue& ContentRecord::host_value() const noexcept {
@@ -52,6 +41,15 @@ const ArchivedValue& ContentRecord::display_value() const noexcept {
 
 const ArchivedValue& ContentRecord::cell_value() const noexcept {
     return document_value.holds_value() ? document_value : host_value();
+}
+
+const kelos::KnownProperty* known_property(std::u16string_view name) {
+    const bool is_number = is_digits(name);
+    const auto* found =
+        std::ranges::find_if(kelos::known_properties, [&](const kelos::KnownProperty& known) {
+            return is_number ? decimal(known.number) == name : is_same_name(known.name, name);
+        });
+    return found == std::end(kelos::known_properties) ? nullptr : found;
 }
 
 std::u16string property_text(const PropertyRecord& property) {

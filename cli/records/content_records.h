@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/records/cell_pointer.h"
+#include "host/known_properties.h"
 
 namespace cli {
 
@@ -89,6 +90,9 @@ struct ContentRecords {
     std::vector<ContentRecord> contents;
     bool allows_sheet_creation = false;
 };
+
+// The known property of this name, in any case, or of this number; nothing for an expression.
+const kelos::KnownProperty* known_property(std::u16string_view name);
 
 // "GetXValue(2)": the property's name with its parameter, if it has one.
 std::u16string property_text(const PropertyRecord& property);

@@ -55,6 +55,21 @@ TEST_CASE("an export takes all of its options in any order") {
     CHECK(full.window);
 }
 
+TEST_CASE("commands on content documents take what they need") {
+    const Arguments check = parsed({L"check", L"c.xml", L"--project", L"p.xml", L"--json"});
+    CHECK(check.project == L"p.xml");
+    CHECK(check.json);
+    const Arguments diff = parsed({L"diff", L"old.xml", L"new.xml"});
+    CHECK(diff.input == L"old.xml");
+    CHECK(diff.second_input == L"new.xml");
+    const Arguments preview = parsed({L"preview", L"c.xml", L"--against=o.xml", L"--out=p.html"});
+    CHECK(preview.against == L"o.xml");
+    CHECK(problem({L"preview", L"c.xml"}) == L"preview: \"--out\" is missing");
+    CHECK(problem({L"diff", L"c.xml"}) == L"diff: the new content document is missing");
+    CHECK(mentions(problem({L"diff", L"a", L"b", L"c"}), L"one argument too many"));
+    CHECK(mentions(problem({L"check", L"c.xml", L"--out", L"x"}), L"there is no option"));
+}
+
 TEST_CASE("a query knows its four formats") {
     const struct {
         const wchar_t* name;
