@@ -38,6 +38,16 @@ tessera query PROJECT --query NAME --format FORMAT [--encode] [--out FILE]
 tessera spreadsheet CONTENT --out FILE.xlsx [--template FILE] [--quiet]
     Makes a workbook of a content document.
 
+tessera import FILE.xlsx --project PROJECT [--apply]
+                         [--prefer sheet|project] [--json] [--quiet]
+    Compares the cells of a workbook, which "tessera export" made and somebody
+    edited, with the project, and shows what would be written.
+    --apply          write it; the project file that was there before is kept
+                     as PROJECT.bak
+    --prefer SIDE    what to take when a value was changed on both sides
+    --json           the report for programs
+    --quiet          tell the counts only
+
 tessera decode FILE [--out FILE] [--quiet]
     Decodes a file of encoded strings, one in each line.
 
@@ -69,6 +79,7 @@ constexpr unsigned for_spreadsheet = 8;
 constexpr unsigned for_check = 32;
 constexpr unsigned for_diff = 64;
 constexpr unsigned for_preview = 128;
+constexpr unsigned for_import = 256;
 constexpr unsigned every_command = ~0U;
 
 struct CommandName {
@@ -86,6 +97,7 @@ constexpr CommandName commands[] = {
     {L"check", Command::check, for_check, L"the content document"},
     {L"diff", Command::diff, for_diff, L"the old content document", L"the new content document"},
     {L"preview", Command::preview, for_preview, L"the content document"},
+    {L"import", Command::import_workbook, for_import, L"the workbook"},
 };
 
 struct Option {
@@ -100,8 +112,10 @@ constexpr Option options[] = {
     {L"--query", for_query, true},
     {L"--format", for_query, true},
     {L"--encode", for_query, false},
-    {L"--project", for_check, true},
-    {L"--json", for_check | for_diff, false},
+    {L"--project", for_check | for_import, true},
+    {L"--apply", for_import, false},
+    {L"--prefer", for_import, true},
+    {L"--json", for_check | for_diff | for_import, false},
     {L"--against", for_preview, true},
     {L"--out", for_export | for_query | for_decode | for_spreadsheet | for_preview, true},
     {L"--template", for_export | for_spreadsheet, true},
@@ -174,6 +188,9 @@ class Parser {
         if (command_.command == Command::spreadsheet) check_workbook(required(L"--out"));
         if (result.template_file) check_workbook(required(L"--out"));
         if (command_.command == Command::preview) required(L"--out");
+        if (command_.command == Command::import_workbook) required(L"--project");
+        result.apply = given_.contains(L"--apply");
+        result.prefer = preference();
         if (command_.command == Command::query) {
             result.query = required(L"--query");
             result.format = format();
@@ -245,6 +262,14 @@ class Parser {
     void check_workbook(const std::wstring& path) const {
         if (!is_workbook_path(path))
             fail(quoted(path) + L" is no name of a workbook: it must end in \".xlsx\"");
+    }
+
+    Preference preference() const {
+        const auto side = value(L"--prefer");
+        if (!side) return Preference::none;
+        if (side == L"sheet") return Preference::sheet;
+        if (side == L"project") return Preference::project;
+        fail(quoted(*side) + L" cannot be preferred; \"sheet\" and \"project\" can");
     }
 
     QueryFormat format() const {

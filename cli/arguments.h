@@ -18,7 +18,10 @@ enum class Command {
     check,
     diff,
     preview,
+    import_workbook,
 };
+// Which side an import takes when a value was changed on both.
+enum class Preference { none, sheet, project };
 enum class QueryFormat { columns, rows, complete, strings };
 
 struct Arguments {
@@ -33,6 +36,8 @@ struct Arguments {
     std::optional<std::wstring> template_file;  // a workbook to fill in
     std::wstring query;
     QueryFormat format = QueryFormat::complete;
+    Preference prefer = Preference::none;
+    bool apply = false;
     bool encode = false;
     bool json = false;
     bool quiet = false;

@@ -51,6 +51,8 @@ int run(std::span<const wchar_t* const> given, Console& console) {
             return with_com(run_diff, arguments, console);
         case Command::preview:
             return with_com(run_preview, arguments, console);
+        case Command::import_workbook:
+            return with_com(run_import, arguments, console);
     }
     return exit_success;
 }

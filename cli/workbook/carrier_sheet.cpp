@@ -2,6 +2,7 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <new>
 #include <string>
 
@@ -10,6 +11,7 @@
 #include <wincrypt.h>
 
 #include "automation/error.h"
+#include "cli/failure.h"
 #include "cli/workbook/sheet_writer.h"
 
 namespace cli {
@@ -41,6 +43,39 @@ std::u16string base64(std::string_view bytes) {
     return std::u16string(text.begin(), text.begin() + size);
 }
 
+std::string bytes_of(const std::u16string& base64) {
+    const std::wstring text(automation::as_wide(base64));
+    const auto length = static_cast<DWORD>(text.size());
+    DWORD size = 0;
+    bool done = CryptStringToBinaryW(text.c_str(), length, CRYPT_STRING_BASE64, nullptr, &size,
+                                     nullptr, nullptr);
+    std::string bytes(done ? size : 0, '\0');
+    done = done &&
+           CryptStringToBinaryW(text.c_str(), length, CRYPT_STRING_BASE64,
+                                reinterpret_cast<BYTE*>(bytes.data()), &size, nullptr, nullptr);
+    return done ? bytes : std::string();
+}
+
+// Nothing for what is no whole stream, or is larger than any document.
+std::optional<std::string> expanded(const std::string& bytes) {
+    constexpr std::size_t greatest_ratio = 1032;  // of the compression
+    constexpr std::size_t greatest_size = 1 << 30;
+    std::size_t size = std::min<std::size_t>(bytes.size() * 16 + 1024, greatest_size);
+    for (;;) {
+        std::string result(size, '\0');
+        auto used = static_cast<uLongf>(size);
+        const int code = uncompress(reinterpret_cast<Bytef*>(result.data()), &used,
+                                    reinterpret_cast<const Bytef*>(bytes.data()),
+                                    static_cast<uLong>(bytes.size()));
+        result.resize(used);
+        if (code == Z_OK) return result;
+        const bool is_short =
+            code == Z_BUF_ERROR && size < greatest_size && size < bytes.size() * greatest_ratio;
+        if (!is_short) return {};
+        size = std::min(size * 4, greatest_size);
+    }
+}
+
 void write_row(XmlWriter& writer, std::int32_t row, std::u16string_view text) {
     writer.start(u"row");
     writer.attribute(u"r", row);
@@ -64,6 +99,23 @@ void write_carrier_sheet(XmlWriter& writer, std::string_view document) {
     writer.end();
     write_protection(writer);
     writer.end();
+}
+
+std::optional<std::string> read_carrier_sheet(const SheetCells& sheet, const std::wstring& place) {
+    const auto text_at = [&](std::int32_t row) -> std::u16string {
+        const SheetCell* const cell = sheet.find({1, row});
+        return cell ? shown_value(*cell) : std::u16string();
+    };
+    if (text_at(1) != mark) return {};
+    const auto rows = archived_number(text_at(2)).value_or(0);
+    std::u16string base64;
+    for (std::int32_t row = 0; row < std::min(rows, static_cast<double>(last_cell.row)); ++row) {
+        const std::u16string chunk = text_at(row + 3);
+        if (chunk.empty()) break;
+        base64 += chunk;
+    }
+    if (auto document = expanded(bytes_of(base64))) return document;
+    throw Failure(place + L" carries the content document, but its cells were changed");
 }
 
 }  // namespace cli

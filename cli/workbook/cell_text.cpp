@@ -19,6 +19,13 @@ bool begins_like_escape(std::u16string_view text) {
            std::ranges::all_of(text.substr(2, 4), is_hexadecimal);
 }
 
+char16_t escaped_value(std::u16string_view escape) noexcept {
+    unsigned value = 0;
+    for (const char16_t digit : escape.substr(2, 4))
+        value = value * 16 + (digit <= u'9' ? digit - u'0' : (digit & 0xF) + 9U);
+    return static_cast<char16_t>(value);
+}
+
 bool needs_escape(const tessera::CodePoint& point) noexcept {
     const bool is_control = point.value < u' ' && point.value != u'\n' && point.value != u'\t';
     return is_control || point.value == 0xFFFE || point.value == 0xFFFF ||
@@ -45,6 +52,17 @@ std::u16string escaped_cell_text(std::u16string_view text) {
         else
             tessera::append(result, point.value);
         text.remove_prefix(point.units);
+    }
+    return result;
+}
+
+std::u16string unescaped_cell_text(std::u16string_view text) {
+    std::u16string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const bool is_escape = begins_like_escape(text);
+        result += is_escape ? escaped_value(text) : text.front();
+        text.remove_prefix(is_escape ? escape_length : 1);
     }
     return result;
 }

@@ -12,6 +12,8 @@ inline constexpr std::size_t longest_cell_text = 32767;
 // Characters that XML has no way to write become "_x0001_"; what already looks like that has its
 // underscore written so.
 std::u16string escaped_cell_text(std::u16string_view text);
+// The text for which that stands in a file.
+std::u16string unescaped_cell_text(std::u16string_view text);
 
 // True when a spreadsheet program would make something else of the text if it were typed in: a
 // formula, a number, a date.

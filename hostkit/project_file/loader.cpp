@@ -38,10 +38,15 @@ void load_root(LoadContext& context, const Node& root) {
 }  // namespace
 
 std::shared_ptr<Model> load(const std::wstring& path) {
-    const XmlElement root = read_xml_file(path);
+    return load({path, read_file(path)});
+}
+
+std::shared_ptr<Model> load(ProjectSource source) {
+    const XmlElement root = read_xml(source.path, source.bytes);
     auto model = std::make_shared<Model>();
     LoadContext context{*model, {}};
-    load_root(context, Node(root, path));
+    load_root(context, Node(root, source.path));
+    model->source = std::move(source);
     return model;
 }
 

@@ -43,20 +43,6 @@ constexpr KnownProblem known_problems[] = {
     fail_in_file(path, line, std::wstring(L"this is not well-formed XML (") + number + L")");
 }
 
-std::string read_file(const std::wstring& path) {
-    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                                  nullptr, OPEN_EXISTING, 0, nullptr));
-    if (!file.is_open())
-        automation::fail(HRESULT_FROM_WIN32(GetLastError()),
-                         L"The file \"" + path + L"\" cannot be opened");
-    std::string bytes;
-    char block[16384];
-    DWORD got = 0;
-    while (ReadFile(file.get(), block, sizeof block, &got, nullptr) && got > 0)
-        bytes.append(block, got);
-    return bytes;
-}
-
 ComPtr<IStream> stream_of(const std::string& bytes) {
     ComPtr<IStream> stream;
     check(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()));
@@ -148,6 +134,7 @@ class TreeBuilder {
         XmlElement element;
         element.name = name();
         element.line = line();
+        element.number = count_++;
         read_attributes(element);
         XmlElement& parent = open_.empty() ? document_ : *open_.back();
         parent.children.push_back(std::move(element));
@@ -193,6 +180,7 @@ class TreeBuilder {
     ComPtr<IXmlReader> reader_;
     XmlElement document_;
     std::vector<XmlElement*> open_;
+    std::size_t count_ = 0;                // of start tags
     XmlNodeType type_ = XmlNodeType_None;  // of the node that was read last
     std::pair<UINT, UINT> position_;       // its line and column
 };
@@ -205,8 +193,21 @@ void fail_in_file(const std::wstring& path, unsigned line, std::wstring_view pro
     automation::fail(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), text.append(L": ").append(problem));
 }
 
-XmlElement read_xml_file(const std::wstring& path) {
-    const std::string bytes = read_file(path);
+std::string read_file(const std::wstring& path) {
+    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                  nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!file.is_open())
+        automation::fail(HRESULT_FROM_WIN32(GetLastError()),
+                         L"The file \"" + path + L"\" cannot be opened");
+    std::string bytes;
+    char block[16384];
+    DWORD got = 0;
+    while (ReadFile(file.get(), block, sizeof block, &got, nullptr) && got > 0)
+        bytes.append(block, got);
+    return bytes;
+}
+
+XmlElement read_xml(const std::wstring& path, const std::string& bytes) {
     if (bytes.empty()) fail_in_file(path, 0, L"the file is empty");
     return TreeBuilder(path, hide_white_space_references(utf8_text(path, bytes))).build();
 }

@@ -68,6 +68,12 @@ TEST_CASE("commands on content documents take what they need") {
     CHECK(problem({L"diff", L"c.xml"}) == L"diff: the new content document is missing");
     CHECK(mentions(problem({L"diff", L"a", L"b", L"c"}), L"one argument too many"));
     CHECK(mentions(problem({L"check", L"c.xml", L"--out", L"x"}), L"there is no option"));
+    const Arguments import =
+        parsed({L"import", L"w.xlsx", L"--project=p.xml", L"--apply", L"--prefer", L"sheet"});
+    CHECK(import.command == Command::import_workbook);
+    CHECK(import.project == L"p.xml");
+    CHECK(import.apply);
+    CHECK(import.prefer == cli::Preference::sheet);
 }
 
 TEST_CASE("a query knows its four formats") {
@@ -112,7 +118,9 @@ TEST_CASE("what is wrong is named") {
         const wchar_t* named;
     } cases[] = {
         {{}, L"no command"},
-        {{L"import", L"p"}, L"\"import\""},
+        {{L"transport", L"p"}, L"\"transport\""},
+        {{L"import", L"w"}, L"\"--project\" is missing"},
+        {{L"import", L"w", L"--project", L"p", L"--prefer", L"me"}, L"\"me\""},
         {{L"export"}, L"project file is missing"},
         {{L"export", L""}, L"project file has no name"},
         {{L"decode"}, L"file to decode is missing"},

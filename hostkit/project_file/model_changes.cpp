@@ -1,0 +1,166 @@
+#include "hostkit/project_file/model_changes.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "automation/error.h"
+#include "hostkit/model/model_functions.h"
+
+namespace hostkit::project_file {
+namespace {
+
+using automation::Variant;
+
+[[noreturn]] void fail_unsaved(const Element& element, const std::wstring& what) {
+    automation::fail(E_INVALIDARG, L"\"" + path_of(element) + L"\": " + what);
+}
+
+bool is_same(const Variant& left, const Variant& right) {
+    if (left.vt != right.vt) return false;
+    if (left.vt == VT_EMPTY) return true;
+    return VarCmp(const_cast<Variant*>(&left), const_cast<Variant*>(&right), LOCALE_INVARIANT, 0) ==
+           static_cast<HRESULT>(VARCMP_EQ);
+}
+
+const XmlElement* child_at(const XmlElement& parent, std::initializer_list<std::wstring_view> names,
+                           std::size_t position) {
+    for (const XmlElement& child : parent.children)
+        if (std::ranges::find(names, child.name) != names.end() && position-- == 0) return &child;
+    return nullptr;
+}
+
+std::optional<std::wstring> attribute_of(const XmlElement& element, std::wstring_view name) {
+    const auto found = std::ranges::find(element.attributes, name, &XmlAttribute::name);
+    return found == element.attributes.end() ? std::nullopt : std::optional(found->value);
+}
+
+class Comparison {
+  public:
+    Comparison(const Model& original, const Model& changed)
+        : original_(original), changed_(changed) {}
+
+    MarkupEdits compare(const XmlElement& root) {
+        for (std::size_t i = 0; i < original_.projects.size(); ++i)
+            compare_elements(*original_.projects[i], *changed_.projects[i],
+                             *child_at(root, {L"project"}, i));
+        return std::move(edits_);
+    }
+
+  private:
+    void compare_elements(const Element& original, const Element& changed,
+                          const XmlElement& element) {
+        compare_texts(original, changed, element);
+        compare_text(element, L"alias", original.alias_label, changed.alias_label);
+        compare_text(element, L"status", original.status, changed.status);
+        if (original.file != changed.file) set(element, L"file", changed.file);
+        for (std::size_t i = 0; i < original.attributes.size(); ++i)
+            compare_attributes(*original.attributes[i], *changed.attributes[i],
+                               *child_at(element, {L"attribute", L"script"}, i));
+        for (std::size_t i = original.attributes.size(); i < changed.attributes.size(); ++i)
+            add_attribute(element, *changed.attributes[i]);
+        for (std::size_t i = 0; i < original.children.size(); ++i)
+            compare_elements(*original.children[i], *changed.children[i],
+                             *child_at(element, {L"object", L"document"}, i));
+    }
+
+    void compare_texts(const Element& original, const Element& changed, const XmlElement& element) {
+        constexpr std::wstring_view names[] = {L"description", L"description2", L"description3"};
+        for (std::size_t i = 0; i < std::size(names); ++i)
+            compare_text(element, names[i], original.descriptions[i], changed.descriptions[i]);
+        compare_text(element, L"label", original.label, changed.label);
+    }
+
+    void compare_text(const XmlElement& element, std::wstring_view name, const LocalText& original,
+                      const LocalText& changed) {
+        if (original.base() != changed.base()) set(element, name, changed.base());
+        for (std::size_t i = 0; i < changed_.languages.size(); ++i)
+            if (original.translation(i) != changed.translation(i))
+                translate(element, name, changed_.languages[i].name, changed.translation(i));
+    }
+
+    void translate(const XmlElement& element, std::wstring_view name, const std::wstring& language,
+                   const std::wstring& text) {
+        for (const XmlElement& child : element.children)
+            if (child.name == L"translation" && attribute_of(child, L"language") == language)
+                return set(child, name, text);
+        auto& added = edits_[element.number].children;
+        added.push_back({L"translation", {{L"language", language}, {std::wstring(name), text}}});
+    }
+
+    void compare_attributes(const Attribute& original, const Attribute& changed,
+                            const XmlElement& element) {
+        if (original.marker != changed.marker) set(element, L"marker", changed.marker);
+        if (element.name == L"script") return check_script(original, changed);
+        compare_texts(original, changed, element);
+        for (std::size_t i = 0; i < changed.values.size(); ++i)
+            if (i < original.values.size())
+                compare_value(original.values[i], changed, i, *value_element(element, i));
+            else
+                add_value(element, changed, i);
+    }
+
+    void check_script(const Attribute& original, const Attribute& changed) const {
+        const std::size_t count = original.values.size();
+        if (count != changed.values.size() ||
+            !is_same(original.values.front().value, changed.values.front().value))
+            fail_unsaved(changed, L"a script that was changed is not saved");
+    }
+
+    // The element whose attribute "value" is the value at the position: the attribute's own, which
+    // may be missing, then its items'.
+    static const XmlElement* value_element(const XmlElement& element, std::size_t position) {
+        const bool has_own = attribute_of(element, L"value").has_value();
+        if (has_own && position == 0) return &element;
+        return child_at(element, {L"item"}, position - has_own);
+    }
+
+    void compare_value(const AttributeValue& original, const Attribute& attribute,
+                       std::size_t position, const XmlElement& element) {
+        const AttributeValue& changed = attribute.values[position];
+        if (!original.text.empty() && !changed.text.empty())
+            return compare_text(element, L"value", original.text, changed.text);
+        const Variant before = value_in(original, 0);
+        const Variant after = value_in(changed, 0);
+        if (!is_same(before, after)) set(element, L"value", file_text(attribute, after));
+    }
+
+    void add_value(const XmlElement& element, const Attribute& attribute, std::size_t position) {
+        const std::wstring text = file_text(attribute, value_in(attribute.values[position], 0));
+        if (position == 0)
+            set(element, L"value", text);
+        else
+            edits_[element.number].children.push_back({L"item", {{L"value", text}}});
+    }
+
+    void add_attribute(const XmlElement& element, const Attribute& attribute) {
+        NewElement added{L"attribute", {{L"name", attribute.name}}};
+        if (attribute.values.size() > 1)
+            fail_unsaved(attribute, L"so many new values are not saved");
+        if (!attribute.values.empty())
+            added.attributes.emplace_back(
+                L"value", file_text(attribute, value_in(attribute.values.front(), 0)));
+        if (!attribute.marker.empty()) added.attributes.emplace_back(L"marker", attribute.marker);
+        edits_[element.number].children.push_back(std::move(added));
+    }
+
+    static std::wstring file_text(const Attribute& attribute, const Variant& value) {
+        if (value.vt == VT_EMPTY) fail_unsaved(attribute, L"a value that was emptied is not saved");
+        return written_value(value);
+    }
+
+    void set(const XmlElement& element, std::wstring_view name, std::wstring text) {
+        edits_[element.number].attributes.emplace_back(name, std::move(text));
+    }
+
+    const Model& original_;
+    const Model& changed_;
+    MarkupEdits edits_;
+};
+
+}  // namespace
+
+MarkupEdits changes_between(const Model& original, const Model& changed, const XmlElement& root) {
+    return Comparison(original, changed).compare(root);
+}
+
+}  // namespace hostkit::project_file
