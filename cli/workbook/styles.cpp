@@ -26,6 +26,9 @@ constexpr std::int64_t first_own_format = 164;
 // Programs before 2010 show long texts of this format as "####".
 constexpr std::size_t longest_of_text_format = 255;
 
+// Not every program shows a boolean as one: some show the number that it is for them.
+constexpr std::u16string_view boolean_format = u"\"TRUE\";\"TRUE\";\"FALSE\"";
+
 std::u16string date_format(double serial) {
     if (serial < 1) return u"h:mm:ss";
     return serial == std::floor(serial) ? u"mm-dd-yy" : u"m/d/yy h:mm";
@@ -36,6 +39,7 @@ std::u16string format_of(const PlannedCell& cell) {
     const ArchivedValue& value = cell.record->cell_value();
     const bool is_number = content.kind == CellContent::Kind::number;
     if (content.kind == CellContent::Kind::date) return date_format(content.number);
+    if (content.kind == CellContent::Kind::boolean) return std::u16string(boolean_format);
     if (is_number || (value.is_number() && !cell.record->is_value_list())) {
         const bool is_shown_so =
             is_number && !cell.record->document_value.holds_value() && !cell.record->items.empty();
