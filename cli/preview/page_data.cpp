@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include "cli/review/json_fields.h"
+#include "cli/records/json_fields.h"
 
 namespace cli {
 namespace {

@@ -6,6 +6,7 @@
 
 #include "automation/conversion.h"
 #include "automation/error.h"
+#include "cli/import/cell_value.h"
 #include "cli/records/ascii.h"
 #include "cli/workbook/cell_text.h"
 #include "cli/workbook/sheet_name.h"
@@ -86,6 +87,12 @@ Broken is_no_number(const ContentRecord& record) {
     });
 }
 
+Broken has_wrong_entry(const ContentRecord& record) {
+    if (!record.comes_in() || !record.document_value.holds_value()) return {};
+    const std::wstring problem = entered_value(cell_content(record), record).problem;
+    return broken_if(!problem.empty(), automation::as_u16(problem));
+}
+
 Broken is_too_long(const ContentRecord& record) {
     const std::size_t length =
         std::max(record.cell_value().text.size(), record.display_value().text.size());
@@ -157,6 +164,7 @@ constexpr RecordRule record_rules[] = {
     {Rule::expression_failed, has_failed},
     {Rule::unreadable_value, is_unreadable},
     {Rule::not_numeric, is_no_number},
+    {Rule::wrong_entry, has_wrong_entry},
     {Rule::long_text, is_too_long},
     {Rule::unknown_property, has_unknown_property},
     {Rule::no_display_text, lacks_display_text},
