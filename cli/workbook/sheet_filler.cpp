@@ -46,7 +46,7 @@ class Filler {
         find_merged_cells();
         find_columns();
         for (const PlannedCell& cell : sheet.cells)
-            if (!is_covered(cell)) cells_.push_back(&cell);
+            if (has_place(cell)) cells_.push_back(&cell);
     }
 
     std::string fill() {
@@ -87,13 +87,17 @@ class Filler {
                                     static_cast<std::size_t>(*style)});
     }
 
-    bool is_covered(const PlannedCell& cell) {
+    bool has_place(const PlannedCell& cell) {
+        if (!data_) {
+            left_out_(cell, L"the template's sheet has no place for cells");
+            return false;
+        }
         for (const auto& [range, name] : merged_)
             if (range.contains(cell.at) && cell.at != range.first) {
                 left_out_(cell, L"the template's merged cells " + name + L" cover it");
-                return true;
+                return false;
             }
-        return false;
+        return true;
     }
 
     // What a sheet says of its own size would be wrong now, and need not be said.
