@@ -16,7 +16,7 @@ COMPONENT = """text codec automation server host archive content options mapping
 # The host kit's rooms; the files in its own folder are below them all.
 KIT = ["", *"model query project_file services objects script controls".split()]
 # The console program's rooms; the files in its own folder are what they share and what uses them.
-CLI = "records package workbook review preview".split()
+CLI = "records package workbook review import preview".split()
 # What the programs around the component use of it: they know its other rooms by interface only.
 SHARED = ["text", "codec", "automation", "server"]
 # The part of the contract that is a table: every host may know it.

@@ -15,6 +15,7 @@ namespace cli {
 struct CellStyle {
     CellRole role = CellRole::output;
     std::u16string format;  // code of the number format
+    CellContent::Kind kind = CellContent::Kind::blank;
     bool is_wrapped = false;
     bool is_quoted = false;  // typed in again, the text stays a text
 
