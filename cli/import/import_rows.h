@@ -40,9 +40,9 @@ struct ImportRow {
 
 // Compares all rows; what is changed is not written yet. `step` is called with the number of each
 // row before it. Throws Failure when a sheet that has rows is missing.
-std::vector<ImportRow> compare_rows(const std::vector<ContentRecord>& contents,
-                                    WorkbookReader& workbook, const HostValues& host,
-                                    Preference preference, const std::function<void(long)>& step);
+std::vector<ImportRow> compare_rows(const ContentRecords& records, WorkbookReader& workbook,
+                                    const HostValues& host, Preference preference,
+                                    const std::function<void(long)>& step);
 
 // Sets what is changed in the open project; what that refuses becomes a failed row.
 void write_rows(std::vector<ImportRow>& rows, const HostValues& host);
