@@ -38,6 +38,14 @@ std::wstring wide(std::string_view ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
+// Some programs save a boolean as one of these, which is no formula of a user's.
+bool has_formula(std::string_view cell) {
+    const auto formula = markup::find(cell, "f");
+    if (!formula) return false;
+    const std::string_view text = cell.substr(formula->end);
+    return !text.starts_with("TRUE()") && !text.starts_with("FALSE()");
+}
+
 class Filler {
   public:
     Filler(std::string_view xml, const PlannedSheet& sheet, StyleSheet& styles,
@@ -179,10 +187,9 @@ class Filler {
 
     void fill_cell(const Tag& tag, std::string_view existing) {
         const PlannedCell& cell = *cells_[next_];
-        const bool has_formula = markup::find(existing, "f").has_value();
         const bool has_value =
             markup::find(existing, "v").has_value() || markup::find(existing, "is").has_value();
-        if (has_formula)
+        if (has_formula(existing))
             left_out_(cell, L"the template has a formula there");
         else if (cell.role != CellRole::input || cell.record->goes_out() || !has_value)
             return add_cell(markup::number(tag, "s").value_or(0));
