@@ -38,6 +38,14 @@ std::wstring wide(std::string_view ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
+// Some programs save a boolean as one of these, which is no formula of a user's.
+bool has_formula(std::string_view cell) {
+    const auto formula = markup::find(cell, "f");
+    if (!formula) return false;
+    const std::string_view text = cell.substr(formula->end);
+    return !text.starts_with("TRUE()") && !text.starts_with("FALSE()");
+}
+
 class Filler {
   public:
     Filler(std::string_view xml, const PlannedSheet& sheet, StyleSheet& styles,
@@ -46,7 +54,7 @@ class Filler {
         find_merged_cells();
         find_columns();
         for (const PlannedCell& cell : sheet.cells)
-            if (!is_covered(cell)) cells_.push_back(&cell);
+            if (has_place(cell)) cells_.push_back(&cell);
     }
 
     std::string fill() {
@@ -87,13 +95,17 @@ class Filler {
                                     static_cast<std::size_t>(*style)});
     }
 
-    bool is_covered(const PlannedCell& cell) {
+    bool has_place(const PlannedCell& cell) {
+        if (!data_) {
+            left_out_(cell, L"the template's sheet has no place for cells");
+            return false;
+        }
         for (const auto& [range, name] : merged_)
             if (range.contains(cell.at) && cell.at != range.first) {
                 left_out_(cell, L"the template's merged cells " + name + L" cover it");
-                return true;
+                return false;
             }
-        return false;
+        return true;
     }
 
     // What a sheet says of its own size would be wrong now, and need not be said.
@@ -175,10 +187,9 @@ class Filler {
 
     void fill_cell(const Tag& tag, std::string_view existing) {
         const PlannedCell& cell = *cells_[next_];
-        const bool has_formula = markup::find(existing, "f").has_value();
         const bool has_value =
             markup::find(existing, "v").has_value() || markup::find(existing, "is").has_value();
-        if (has_formula)
+        if (has_formula(existing))
             left_out_(cell, L"the template has a formula there");
         else if (cell.role != CellRole::input || cell.record->goes_out() || !has_value)
             return add_cell(markup::number(tag, "s").value_or(0));
