@@ -77,6 +77,11 @@ class RowComparison {
             row.outcome = Outcome::blank;
             return;
         }
+        // Forms have formulas of their own where a value would have stood.
+        if (role != CellRole::input && cell->is_formula) {
+            row.notice = L"a formula stands in the cell, and nothing goes back from it";
+            return;
+        }
         if (role != CellRole::input) {
             row.outcome = Outcome::refused;
             row.reason = role == CellRole::heading ? L"the cell has a fixed text"

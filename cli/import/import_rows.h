@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,11 +30,11 @@ struct ImportRow {
     const ContentRecord* record = nullptr;
     Outcome outcome = Outcome::unchanged;
     CellState state = CellState::absent;
-    std::u16string exported;   // what was written into the cell
-    std::u16string cell;       // what stands there
-    std::u16string project;    // what the project says now
-    std::u16string new_value;  // what it says after the import
-    std::wstring reason;       // why nothing is written
+    std::u16string exported;                // what was written into the cell
+    std::u16string cell;                    // what stands there
+    std::optional<std::u16string> project;  // what that says now; nothing when nobody asked it
+    std::u16string new_value;               // what it says after the import
+    std::wstring reason;                    // why nothing is written
     std::wstring notice;
     automation::Variant value;  // to write
 };
