@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "cli/records/ascii.h"
-#include "cli/review/json_fields.h"
+#include "cli/records/json_fields.h"
 #include "cli/text_table.h"
 
 namespace cli {
