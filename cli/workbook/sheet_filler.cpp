@@ -71,6 +71,9 @@ class Filler {
     }
 
   private:
+    // Of a row that says nothing of its cells' style.
+    static constexpr long no_style = -1;
+
     struct Column {
         long first;
         long last;
@@ -143,7 +146,7 @@ class Filler {
         const std::string name = std::string(data_->prefix) + "row";
         result_.append("<").append(name).append(" r=\"" + std::to_string(row) + "\">");
         while (stands_in(row))
-            add_cell({});
+            add_cell(no_style);
         result_.append("</").append(name).append(">");
     }
 
@@ -153,7 +156,7 @@ class Filler {
         if (tag.is_empty) start.erase(start.size() - 2, 1);
         result_ += start;
         const bool has_style = markup::number(tag, "customFormat").value_or(0) != 0;
-        const auto style = has_style ? markup::number(tag, "s") : std::nullopt;
+        const long style = has_style ? markup::number(tag, "s").value_or(no_style) : no_style;
         std::size_t position = tag.end;
         if (!tag.is_empty) position = fill_cells(tag.end, row, style);
         while (stands_in(row))
@@ -165,7 +168,7 @@ class Filler {
     }
 
     // Answers where the first thing stands that is no cell.
-    std::size_t fill_cells(std::size_t position, long row, std::optional<long> row_style) {
+    std::size_t fill_cells(std::size_t position, long row, long row_style) {
         std::int32_t column = 0;
         markup::Scanner scanner(xml_, position);
         for (auto tag = scanner.next(); tag && tag->is_start_of("c"); tag = scanner.next()) {
@@ -197,10 +200,10 @@ class Filler {
         ++next_;
     }
 
-    void add_cell(std::optional<long> given_style) {
+    void add_cell(long given_style) {
         const PlannedCell& cell = *cells_[next_++];
-        std::size_t style =
-            given_style ? static_cast<std::size_t>(*given_style) : style_of_column(cell.at.column);
+        std::size_t style = given_style < 0 ? style_of_column(cell.at.column)
+                                            : static_cast<std::size_t>(given_style);
         const std::u16string format = style_of(cell).format;
         if (is_number_format(format)) style = styles_.showing(style, format);
         result_ += markup::prefixed(
