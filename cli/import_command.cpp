@@ -33,7 +33,7 @@ class Import {
         const ContentRecords records = read_contents(dom::root(workbook.content_document()));
         const auto total = static_cast<long>(records.contents.size());
         course_.phase(L"comparing");
-        rows_ = compare_rows(records.contents, workbook, host_, arguments_.prefer,
+        rows_ = compare_rows(records, workbook, host_, arguments_.prefer,
                              [&](long number) { course_.step(number, total); });
         write_rows(rows_, host_);
         ImportReport report{std::u16string(automation::as_u16(arguments_.input)),

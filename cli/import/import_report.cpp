@@ -49,7 +49,7 @@ bool has_news(const ImportRow& row) {
 
 // What the project has now; where nobody asked it, what it had.
 const std::u16string& old_value(const ImportRow& row) {
-    return row.project.empty() ? row.exported : row.project;
+    return row.project ? *row.project : row.exported;
 }
 
 std::u16string new_value(const ImportRow& row) {
@@ -80,7 +80,7 @@ std::u16string told(const ImportRow& row) {
     const bool is_twice = row.outcome == Outcome::conflict || row.outcome == Outcome::kept;
     if (is_twice)
         text += u": \"" + row.exported + u"\" when it was exported, \"" + row.cell +
-                u"\" in the sheet, \"" + row.project + u"\" in the project";
+                u"\" in the sheet, \"" + old_value(row) + u"\" in the project";
     return visible(text) + u"\n";
 }
 
@@ -120,8 +120,9 @@ std::u16string report_as_text(const ImportReport& report, std::size_t width) {
                     {}};
     std::u16string reasons;
     for (const ImportRow& row : report.rows) {
-        if (has_news(row)) table.rows.push_back(cells_of(row));
-        if (has_news(row) && !row.reason.empty()) reasons += told(row);
+        if (!has_news(row)) continue;
+        table.rows.push_back(cells_of(row));
+        if (!row.reason.empty()) reasons += told(row);
         if (!row.notice.empty())
             reasons +=
                 visible(place_of(row) + u"notice: " + std::u16string(as_u16(row.notice))) + u"\n";

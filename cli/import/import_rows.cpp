@@ -7,6 +7,7 @@
 #include "automation/error.h"
 #include "cli/failure.h"
 #include "cli/import/cell_value.h"
+#include "cli/import/workbook_records.h"
 
 namespace cli {
 namespace {
@@ -23,6 +24,11 @@ ContentRecord of_host_only(const ContentRecord& record) {
     return result;
 }
 
+void fail_row(ImportRow& row, std::wstring reason) {
+    row.outcome = Outcome::failed;
+    row.reason = std::move(reason);
+}
+
 class RowComparison {
   public:
     RowComparison(WorkbookReader& workbook, const HostValues& host, Preference preference)
@@ -33,12 +39,7 @@ class RowComparison {
         row.record = &record;
         const CellContent exported = cell_content(record);
         row.exported = shown(exported);
-        if (!record.pointer.cell) {
-            if (cell_role(record) == CellRole::input)
-                fail(row, L"the pointer " + quoted(record.pointer.text) + L" leads to no cell");
-            return row;
-        }
-        const SheetCells& sheet = workbook_.sheet(record.pointer.sheet);
+        const SheetCells& sheet = sheet_of(record);
         const SheetCell* const cell = sheet.find(*record.pointer.cell);
         if (cell)
             row.state = cell->kind == SheetCell::Kind::blank ? CellState::blank : CellState::value;
@@ -50,9 +51,12 @@ class RowComparison {
     }
 
   private:
-    static void fail(ImportRow& row, std::wstring reason) {
-        row.outcome = Outcome::failed;
-        row.reason = std::move(reason);
+    const SheetCells& sheet_of(const ContentRecord& record) {
+        if (workbook_.has_sheet(record.pointer.sheet)) return workbook_.sheet(record.pointer.sheet);
+        throw Failure(L"\"" + workbook_.path() + L"\" has no sheet " +
+                      quoted(record.pointer.sheet) + L", in which the cell " +
+                      std::wstring(as_wide(record.pointer.cell_text)) +
+                      L" was; put the sheet back, or export the workbook anew");
     }
 
     void take_edit(ImportRow& row, const SheetCells& sheet, const SheetCell* cell,
@@ -61,16 +65,21 @@ class RowComparison {
         const CellRole role = cell_role(record);
         const CellRange* const merged = sheet.merged_over(*record.pointer.cell);
         if (role == CellRole::input && merged)
-            return fail(row, L"the cell was merged into " +
-                                 std::wstring(as_wide(cell_name(merged->first))) +
-                                 L", which keeps only the value of its first cell");
+            return fail_row(row, L"the cell was merged into " +
+                                     std::wstring(as_wide(cell_name(merged->first))) +
+                                     L", which keeps only the value of its first cell");
         if (role == CellRole::input && cell && cell->is_formula &&
             cell->kind == SheetCell::Kind::blank)
-            return fail(row,
-                        L"the cell holds a formula that was never calculated; open and save "
-                        L"the workbook with a spreadsheet program");
+            return fail_row(row,
+                            L"the cell holds a formula that was never calculated; open and save "
+                            L"the workbook with a spreadsheet program");
         if (row.state != CellState::value) {
             row.outcome = Outcome::blank;
+            return;
+        }
+        // Forms have formulas of their own where a value would have stood.
+        if (role != CellRole::input && cell->is_formula) {
+            row.notice = L"a formula stands in the cell, and nothing goes back from it";
             return;
         }
         if (role != CellRole::input) {
@@ -80,7 +89,7 @@ class RowComparison {
             return;
         }
         if (cell->kind == SheetCell::Kind::error)
-            return fail(row, quoted(row.cell) + L" is an error");
+            return fail_row(row, quoted(row.cell) + L" is an error");
         if (cell->is_formula) row.notice = L"a formula; what it last came to is taken";
         compare_with_project(row, entered);
     }
@@ -89,12 +98,12 @@ class RowComparison {
         const ContentRecord& record = *row.record;
         const auto now = host_.current(record);
         if (!now)
-            return fail(row, L"the project no longer has " + quoted(record.object.path) +
-                                 L" with this property");
+            return fail_row(row, L"the project no longer has " + quoted(record.object.path) +
+                                     L" with this property");
         const CellContent current = cell_content(*now);
         row.project = shown(current);
         EnteredValue value = entered_value(entered, *now);
-        if (!value.problem.empty()) return fail(row, std::move(value.problem));
+        if (!value.problem.empty()) return fail_row(row, std::move(value.problem));
         row.value = std::move(value.value);
         row.new_value = row.cell;
         if (is_same_content(entered, current)) {
@@ -110,13 +119,22 @@ class RowComparison {
                                                            : Outcome::conflict;
         if (is_project_changed) row.reason = L"changed in the project, too, since the export";
     } catch (const automation::Error&) {
-        fail(row, automation::current_error().description.str());
+        fail_row(row, automation::current_error().description.str());
     }
 
     WorkbookReader& workbook_;
     const HostValues& host_;
     const Preference preference_;
 };
+
+// What found no place in the workbook cannot have been edited there.
+ImportRow unwritten_row(const ContentRecord& record) {
+    ImportRow row;
+    row.record = &record;
+    row.exported = shown(cell_content(record));
+    row.notice = L"the value found no place in the workbook";
+    return row;
+}
 
 // One value of the project can stand in several cells. Edited in one of them it is changed; edited
 // in several and differently, nobody knows what it shall be.
@@ -135,41 +153,50 @@ void fail_contradictions(std::vector<ImportRow>& rows) {
             continue;
         for (ImportRow* const one : {&row, &other}) {
             const ImportRow& against = one == &row ? other : row;
-            one->outcome = Outcome::failed;
-            one->reason = L"the same value of the project is " + quoted(against.cell) + L" in " +
-                          std::wstring(as_wide(against.record->pointer.text));
+            fail_row(*one, L"the same value of the project is " + quoted(against.cell) + L" in " +
+                               std::wstring(as_wide(against.record->pointer.text)));
         }
     }
 }
 
+std::u16string value_now(const ImportRow& row, const HostValues& host) {
+    const auto now = host.current(*row.record);
+    return now ? shown(cell_content(*now)) : std::u16string();
+}
+
+void write_row(ImportRow& row, const HostValues& host) try {
+    host.write(*row.record, row.value);
+    row.new_value = value_now(row, host);
+} catch (const automation::Error&) {
+    fail_row(row, automation::current_error().description.str());
+}
+
 }  // namespace
 
-std::vector<ImportRow> compare_rows(const std::vector<ContentRecord>& contents,
-                                    WorkbookReader& workbook, const HostValues& host,
-                                    Preference preference, const std::function<void(long)>& step) {
+std::vector<ImportRow> compare_rows(const ContentRecords& records, WorkbookReader& workbook,
+                                    const HostValues& host, Preference preference,
+                                    const std::function<void(long)>& step) {
+    const WrittenCells written = written_cells(records);
     RowComparison comparison(workbook, host, preference);
     std::vector<ImportRow> rows;
-    rows.reserve(contents.size());
-    for (const ContentRecord& record : contents) {
+    rows.reserve(records.contents.size());
+    for (const ContentRecord& record : records.contents) {
         step(static_cast<long>(rows.size()) + 1);
-        rows.push_back(comparison.compare(record));
+        rows.push_back(written.contains(&record) ? comparison.compare(record)
+                                                 : unwritten_row(record));
     }
     fail_contradictions(rows);
     return rows;
 }
 
 void write_rows(std::vector<ImportRow>& rows, const HostValues& host) {
-    for (ImportRow& row : rows) {
-        if (row.outcome != Outcome::changed) continue;
-        try {
-            host.write(*row.record, row.value);
-            const auto now = host.current(*row.record);
-            if (now) row.new_value = shown(cell_content(*now));
-        } catch (const automation::Error&) {
-            row.outcome = Outcome::failed;
-            row.reason = automation::current_error().description.str();
-        }
-    }
+    for (ImportRow& row : rows)
+        if (row.outcome == Outcome::changed) write_row(row, host);
+    // Properties of several names can lead to one value, such as a text in the current language and
+    // in that of a number.
+    for (ImportRow& row : rows)
+        if (row.outcome == Outcome::changed && value_now(row, host) != row.new_value)
+            fail_row(row, L"another cell that was edited sets the same value of the project");
 }
 
 std::u16string way_back(const ContentRecord& record) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,20 +30,20 @@ struct ImportRow {
     const ContentRecord* record = nullptr;
     Outcome outcome = Outcome::unchanged;
     CellState state = CellState::absent;
-    std::u16string exported;   // what was written into the cell
-    std::u16string cell;       // what stands there
-    std::u16string project;    // what the project says now
-    std::u16string new_value;  // what it says after the import
-    std::wstring reason;       // why nothing is written
+    std::u16string exported;                // what was written into the cell
+    std::u16string cell;                    // what stands there
+    std::optional<std::u16string> project;  // what that says now; nothing when nobody asked it
+    std::u16string new_value;               // what it says after the import
+    std::wstring reason;                    // why nothing is written
     std::wstring notice;
     automation::Variant value;  // to write
 };
 
 // Compares all rows; what is changed is not written yet. `step` is called with the number of each
 // row before it. Throws Failure when a sheet that has rows is missing.
-std::vector<ImportRow> compare_rows(const std::vector<ContentRecord>& contents,
-                                    WorkbookReader& workbook, const HostValues& host,
-                                    Preference preference, const std::function<void(long)>& step);
+std::vector<ImportRow> compare_rows(const ContentRecords& records, WorkbookReader& workbook,
+                                    const HostValues& host, Preference preference,
+                                    const std::function<void(long)>& step);
 
 // Sets what is changed in the open project; what that refuses becomes a failed row.
 void write_rows(std::vector<ImportRow>& rows, const HostValues& host);

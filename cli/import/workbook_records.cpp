@@ -4,7 +4,9 @@
 #include "automation/conversion.h"
 #include "cli/import/cell_value.h"
 #include "cli/records/content_reader.h"
+#include "cli/unit_labels.h"
 #include "cli/workbook/date_format.h"
+#include "cli/workbook/workbook_plan.h"
 
 namespace cli {
 namespace {
@@ -33,7 +35,7 @@ ArchivedValue archived(const CellContent& content) {
 }
 
 void take_cell(ContentRecord& record, WorkbookReader& workbook) {
-    if (!record.pointer.cell || !workbook.has_sheet(record.pointer.sheet)) return;
+    if (!workbook.has_sheet(record.pointer.sheet)) return;
     const SheetCell* const cell = workbook.sheet(record.pointer.sheet).find(*record.pointer.cell);
     if (!cell || cell->kind == SheetCell::Kind::blank) return;
     const CellContent entered = content_of(*cell, workbook.counts_from_1904());
@@ -42,11 +44,20 @@ void take_cell(ContentRecord& record, WorkbookReader& workbook) {
 
 }  // namespace
 
+WrittenCells written_cells(const ContentRecords& records) {
+    WrittenCells written;
+    for (const PlannedSheet& sheet : plan_workbook(records, unit_name).sheets)
+        for (const PlannedCell& cell : sheet.cells)
+            written.insert(cell.record);
+    return written;
+}
+
 std::vector<ContentRecord> read_workbook_records(WorkbookReader& workbook) {
-    auto contents = read_contents(dom::root(workbook.content_document())).contents;
-    for (ContentRecord& record : contents)
-        take_cell(record, workbook);
-    return contents;
+    ContentRecords records = read_contents(dom::root(workbook.content_document()));
+    const WrittenCells written = written_cells(records);
+    for (ContentRecord& record : records.contents)
+        if (written.contains(&record)) take_cell(record, workbook);
+    return std::move(records.contents);
 }
 
 }  // namespace cli

@@ -160,11 +160,10 @@ void BaseWorkbook::read_sheets() {
 void BaseWorkbook::find_contents() {
     for (const Relationship& known : package_->relationships(narrow(book_part))) {
         if (known.type != L"customXml" || !package_->has(known.target)) continue;
-        bool is_contents = false;
-        for_each_element(*package_, known.target, L"Contents",
-                         [&](const XmlAttributes& attributes) {
-                             is_contents = is_contents || attributes.find(L"Version").has_value();
-                         });
+        const std::string text = package_->read(known.target);
+        const auto root = markup::Scanner(text).next();
+        const bool is_contents =
+            root && root->is_start_of("Contents") && markup::attribute(*root, "Version");
         if (is_contents) contents_part = wide_part(known.target);
     }
 }

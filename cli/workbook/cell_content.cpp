@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <functional>
+#include <tuple>
 
 #include "automation/bstr.h"
 #include "automation/windows_headers.h"
@@ -100,13 +102,13 @@ std::vector<std::u16string> list_texts(const ContentRecord& record) {
     struct Entry {
         std::optional<double> number;
         std::u16string text;
-        auto operator<=>(const Entry&) const = default;
     };
     std::vector<Entry> entries;
     for (const ListItem& item : record.items)
         entries.push_back({item.value.is_number() ? archived_number(item.value.text) : std::nullopt,
                            display_of(item)});
-    std::ranges::sort(entries, [](const Entry& left, const Entry& right) { return left < right; });
+    std::ranges::sort(entries, std::less<>(),
+                      [](const Entry& entry) { return std::tie(entry.number, entry.text); });
     std::vector<std::u16string> texts;
     for (Entry& entry : entries)
         if (!entry.text.empty()) texts.push_back(std::move(entry.text));

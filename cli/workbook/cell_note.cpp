@@ -1,5 +1,7 @@
 #include "cli/workbook/cell_note.h"
 
+#include "cli/text.h"
+
 namespace cli {
 namespace {
 
@@ -11,10 +13,13 @@ std::u16string_view way_of(const PlannedCell& cell) {
                              : u"out of the project only";
 }
 
+// An expression can be a whole script; programs refuse notes that are too long.
+constexpr std::size_t longest_value = 1000;
+
 void append_line(std::u16string& text, std::u16string_view name, std::u16string_view value) {
     if (value.empty()) return;
     if (!text.empty()) text += u'\n';
-    text.append(name).append(u": ").append(value);
+    text.append(name).append(u": ").append(cut_to(value, longest_value));
 }
 
 std::u16string unit_text(const PlannedCell& cell) {

@@ -40,13 +40,16 @@ NoteSize size_of(std::u16string_view text) {
 // offset, top row, top offset, right column, right offset, bottom row, bottom offset.
 std::u16string anchor_of(const Note& note, const SheetLayout& layout) {
     constexpr std::int64_t offset = 15;  // in pixels
+    constexpr std::int64_t character_width = 7;
     const NoteSize size = size_of(note.text);
     std::int32_t right = note.at.column;
-    for (std::int64_t covered = 0; covered < size.width; ++right)
-        covered += layout.width_of(right + 1);
+    std::int64_t rest = size.width;
+    for (; rest > layout.width_of(right + 1); ++right)
+        rest -= layout.width_of(right + 1);
     const std::int32_t top = std::max(note.at.row - 2, 0);
     return number(note.at.column) + u"," + number(offset) + u"," + number(top) + u",2," +
-           number(right) + u"," + number(offset) + u"," + number(top + size.lines + 1) + u",2";
+           number(right) + u"," + number(offset + rest * character_width) + u"," +
+           number(top + size.lines + 1) + u",2";
 }
 
 void write_element(

@@ -38,6 +38,14 @@ std::wstring wide(std::string_view ascii) {
     return std::wstring(ascii.begin(), ascii.end());
 }
 
+// Some programs save a boolean as one of these, which is no formula of a user's.
+bool has_formula(std::string_view cell) {
+    const auto formula = markup::find(cell, "f");
+    if (!formula) return false;
+    const std::string_view text = cell.substr(formula->end);
+    return !text.starts_with("TRUE()") && !text.starts_with("FALSE()");
+}
+
 class Filler {
   public:
     Filler(std::string_view xml, const PlannedSheet& sheet, StyleSheet& styles,
@@ -46,7 +54,7 @@ class Filler {
         find_merged_cells();
         find_columns();
         for (const PlannedCell& cell : sheet.cells)
-            if (!is_covered(cell)) cells_.push_back(&cell);
+            if (has_place(cell)) cells_.push_back(&cell);
     }
 
     std::string fill() {
@@ -63,6 +71,9 @@ class Filler {
     }
 
   private:
+    // Of a row that says nothing of its cells' style.
+    static constexpr long no_style = -1;
+
     struct Column {
         long first;
         long last;
@@ -87,13 +98,17 @@ class Filler {
                                     static_cast<std::size_t>(*style)});
     }
 
-    bool is_covered(const PlannedCell& cell) {
+    bool has_place(const PlannedCell& cell) {
+        if (!data_) {
+            left_out_(cell, L"the template's sheet has no place for cells");
+            return false;
+        }
         for (const auto& [range, name] : merged_)
             if (range.contains(cell.at) && cell.at != range.first) {
                 left_out_(cell, L"the template's merged cells " + name + L" cover it");
-                return true;
+                return false;
             }
-        return false;
+        return true;
     }
 
     // What a sheet says of its own size would be wrong now, and need not be said.
@@ -131,7 +146,7 @@ class Filler {
         const std::string name = std::string(data_->prefix) + "row";
         result_.append("<").append(name).append(" r=\"" + std::to_string(row) + "\">");
         while (stands_in(row))
-            add_cell({});
+            add_cell(no_style);
         result_.append("</").append(name).append(">");
     }
 
@@ -141,7 +156,7 @@ class Filler {
         if (tag.is_empty) start.erase(start.size() - 2, 1);
         result_ += start;
         const bool has_style = markup::number(tag, "customFormat").value_or(0) != 0;
-        const auto style = has_style ? markup::number(tag, "s") : std::nullopt;
+        const long style = has_style ? markup::number(tag, "s").value_or(no_style) : no_style;
         std::size_t position = tag.end;
         if (!tag.is_empty) position = fill_cells(tag.end, row, style);
         while (stands_in(row))
@@ -153,7 +168,7 @@ class Filler {
     }
 
     // Answers where the first thing stands that is no cell.
-    std::size_t fill_cells(std::size_t position, long row, std::optional<long> row_style) {
+    std::size_t fill_cells(std::size_t position, long row, long row_style) {
         std::int32_t column = 0;
         markup::Scanner scanner(xml_, position);
         for (auto tag = scanner.next(); tag && tag->is_start_of("c"); tag = scanner.next()) {
@@ -175,10 +190,9 @@ class Filler {
 
     void fill_cell(const Tag& tag, std::string_view existing) {
         const PlannedCell& cell = *cells_[next_];
-        const bool has_formula = markup::find(existing, "f").has_value();
         const bool has_value =
             markup::find(existing, "v").has_value() || markup::find(existing, "is").has_value();
-        if (has_formula)
+        if (has_formula(existing))
             left_out_(cell, L"the template has a formula there");
         else if (cell.role != CellRole::input || cell.record->goes_out() || !has_value)
             return add_cell(markup::number(tag, "s").value_or(0));
@@ -186,10 +200,10 @@ class Filler {
         ++next_;
     }
 
-    void add_cell(std::optional<long> given_style) {
+    void add_cell(long given_style) {
         const PlannedCell& cell = *cells_[next_++];
-        std::size_t style =
-            given_style ? static_cast<std::size_t>(*given_style) : style_of_column(cell.at.column);
+        std::size_t style = given_style < 0 ? style_of_column(cell.at.column)
+                                            : static_cast<std::size_t>(given_style);
         const std::u16string format = style_of(cell).format;
         if (is_number_format(format)) style = styles_.showing(style, format);
         result_ += markup::prefixed(

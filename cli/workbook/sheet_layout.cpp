@@ -9,7 +9,7 @@ namespace cli {
 namespace {
 
 constexpr std::int64_t usual_width = 9;
-constexpr std::int64_t padding = 2;
+constexpr std::int64_t padding = 4;
 // More would leave no room for what scrolls.
 constexpr std::int32_t most_header_rows = 10;
 // Sheets with fewer columns fit on a screen.

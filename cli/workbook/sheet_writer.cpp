@@ -32,6 +32,9 @@ void write_view(XmlWriter& writer, const SheetLayout& layout) {
 }
 
 void write_columns(XmlWriter& writer, const SheetLayout& layout) {
+    writer.start(u"sheetFormatPr");
+    writer.attribute(u"defaultRowHeight", 15);
+    writer.end();
     if (layout.widths.empty()) return;
     writer.start(u"cols");
     for (const auto& [column, width] : layout.widths) {

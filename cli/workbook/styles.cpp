@@ -113,6 +113,21 @@ struct Look {
     std::size_t border;
 };
 
+// Where it stands by itself, too, but with room to what stands beside it.
+std::u16string_view side_of(CellContent::Kind kind) {
+    switch (kind) {
+        case CellContent::Kind::number:
+        case CellContent::Kind::date:
+            return u"right";
+        case CellContent::Kind::text:
+            return u"left";
+        case CellContent::Kind::boolean:
+        case CellContent::Kind::blank:
+            break;
+    }
+    return {};
+}
+
 void write_cell_style(XmlWriter& writer, const CellStyle& style, const Look& look,
                       std::int64_t format) {
     writer.start(u"xf");
@@ -126,6 +141,10 @@ void write_cell_style(XmlWriter& writer, const CellStyle& style, const Look& loo
                                            u"applyBorder", u"applyAlignment", u"applyProtection"})
         writer.attribute(part, 1);
     writer.start(u"alignment");
+    if (const std::u16string_view side = side_of(style.kind); !side.empty()) {
+        writer.attribute(u"horizontal", side);
+        writer.attribute(u"indent", 1);
+    }
     writer.attribute(u"vertical", u"top");
     if (style.is_wrapped) writer.attribute(u"wrapText", 1);
     writer.end();
@@ -180,7 +199,7 @@ const std::string_view StyleSheet::plain_styles =
 CellStyle style_of(const PlannedCell& cell) {
     const std::u16string& text = cell.content.text;
     const bool is_text = cell.content.kind == CellContent::Kind::text;
-    return {cell.role, format_of(cell),
+    return {cell.role, format_of(cell), cell.content.kind,
             is_text && (text.find(u'\n') != text.npos || display_width(text) > widest_column),
             is_text && would_be_reinterpreted(text)};
 }
@@ -271,7 +290,7 @@ std::string StyleSheet::own_style(const CellStyle& style) {
     Look look{};
     switch (style.role) {
         case CellRole::heading:
-            look = {plain + 1, fills_, frame};
+            look = {plain + 1, fills_, 0};
             break;
         case CellRole::output:
             look = {plain, fills_ + 1, frame};

@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -15,10 +16,14 @@ namespace cli {
 struct CellStyle {
     CellRole role = CellRole::output;
     std::u16string format;  // code of the number format
+    CellContent::Kind kind = CellContent::Kind::blank;
     bool is_wrapped = false;
     bool is_quoted = false;  // typed in again, the text stays a text
 
-    auto operator<=>(const CellStyle&) const = default;
+    bool operator<(const CellStyle& other) const { return fields() < other.fields(); }
+    std::tuple<CellRole, const std::u16string&, CellContent::Kind, bool, bool> fields() const {
+        return {role, format, kind, is_wrapped, is_quoted};
+    }
 };
 
 // Texts that are wider than this many characters are wrapped.

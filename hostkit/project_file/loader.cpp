@@ -38,11 +38,12 @@ void load_root(LoadContext& context, const Node& root) {
 }  // namespace
 
 std::shared_ptr<Model> load(const std::wstring& path) {
-    return load({path, read_file(path)});
+    ProjectSource source{path, read_file(path)};
+    const XmlElement root = read_xml(path, source.bytes);
+    return load(std::move(source), root);
 }
 
-std::shared_ptr<Model> load(ProjectSource source) {
-    const XmlElement root = read_xml(source.path, source.bytes);
+std::shared_ptr<Model> load(ProjectSource source, const XmlElement& root) {
     auto model = std::make_shared<Model>();
     LoadContext context{*model, {}};
     load_root(context, Node(root, source.path));

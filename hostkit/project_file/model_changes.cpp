@@ -15,18 +15,18 @@ using automation::Variant;
     automation::fail(E_INVALIDARG, L"\"" + path_of(element) + L"\": " + what);
 }
 
+// As far as a file can tell: it has no fractions of a second.
 bool is_same(const Variant& left, const Variant& right) {
     if (left.vt != right.vt) return false;
-    if (left.vt == VT_EMPTY) return true;
-    return VarCmp(const_cast<Variant*>(&left), const_cast<Variant*>(&right), LOCALE_INVARIANT, 0) ==
-           static_cast<HRESULT>(VARCMP_EQ);
+    return left.vt == VT_EMPTY || written_value(left) == written_value(right);
 }
 
-const XmlElement* child_at(const XmlElement& parent, std::initializer_list<std::wstring_view> names,
-                           std::size_t position) {
+std::vector<const XmlElement*> children_named(const XmlElement& parent,
+                                              std::initializer_list<std::wstring_view> names) {
+    std::vector<const XmlElement*> found;
     for (const XmlElement& child : parent.children)
-        if (std::ranges::find(names, child.name) != names.end() && position-- == 0) return &child;
-    return nullptr;
+        if (std::ranges::find(names, child.name) != names.end()) found.push_back(&child);
+    return found;
 }
 
 std::optional<std::wstring> attribute_of(const XmlElement& element, std::wstring_view name) {
@@ -40,9 +40,9 @@ class Comparison {
         : original_(original), changed_(changed) {}
 
     MarkupEdits compare(const XmlElement& root) {
-        for (std::size_t i = 0; i < original_.projects.size(); ++i)
-            compare_elements(*original_.projects[i], *changed_.projects[i],
-                             *child_at(root, {L"project"}, i));
+        const auto projects = children_named(root, {L"project"});
+        for (std::size_t i = 0; i < projects.size(); ++i)
+            compare_elements(*original_.projects[i], *changed_.projects[i], *projects[i]);
         return std::move(edits_);
     }
 
@@ -53,14 +53,14 @@ class Comparison {
         compare_text(element, L"alias", original.alias_label, changed.alias_label);
         compare_text(element, L"status", original.status, changed.status);
         if (original.file != changed.file) set(element, L"file", changed.file);
-        for (std::size_t i = 0; i < original.attributes.size(); ++i)
-            compare_attributes(*original.attributes[i], *changed.attributes[i],
-                               *child_at(element, {L"attribute", L"script"}, i));
-        for (std::size_t i = original.attributes.size(); i < changed.attributes.size(); ++i)
+        const auto attributes = children_named(element, {L"attribute", L"script"});
+        for (std::size_t i = 0; i < attributes.size(); ++i)
+            compare_attributes(*original.attributes[i], *changed.attributes[i], *attributes[i]);
+        for (std::size_t i = attributes.size(); i < changed.attributes.size(); ++i)
             add_attribute(element, *changed.attributes[i]);
-        for (std::size_t i = 0; i < original.children.size(); ++i)
-            compare_elements(*original.children[i], *changed.children[i],
-                             *child_at(element, {L"object", L"document"}, i));
+        const auto children = children_named(element, {L"object", L"document"});
+        for (std::size_t i = 0; i < children.size(); ++i)
+            compare_elements(*original.children[i], *changed.children[i], *children[i]);
     }
 
     void compare_texts(const Element& original, const Element& changed, const XmlElement& element) {
@@ -92,9 +92,10 @@ class Comparison {
         if (original.marker != changed.marker) set(element, L"marker", changed.marker);
         if (element.name == L"script") return check_script(original, changed);
         compare_texts(original, changed, element);
+        const auto places = value_elements(element);
         for (std::size_t i = 0; i < changed.values.size(); ++i)
-            if (i < original.values.size())
-                compare_value(original.values[i], changed, i, *value_element(element, i));
+            if (i < places.size())
+                compare_value(original.values[i], changed, i, *places[i]);
             else
                 add_value(element, changed, i);
     }
@@ -106,12 +107,12 @@ class Comparison {
             fail_unsaved(changed, L"a script that was changed is not saved");
     }
 
-    // The element whose attribute "value" is the value at the position: the attribute's own, which
-    // may be missing, then its items'.
-    static const XmlElement* value_element(const XmlElement& element, std::size_t position) {
-        const bool has_own = attribute_of(element, L"value").has_value();
-        if (has_own && position == 0) return &element;
-        return child_at(element, {L"item"}, position - has_own);
+    // The elements whose attributes "value" are the values: the attribute's own, if it has one,
+    // then its items.
+    static std::vector<const XmlElement*> value_elements(const XmlElement& element) {
+        auto places = children_named(element, {L"item"});
+        if (attribute_of(element, L"value")) places.insert(places.begin(), &element);
+        return places;
     }
 
     void compare_value(const AttributeValue& original, const Attribute& attribute,

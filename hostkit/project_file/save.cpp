@@ -42,16 +42,21 @@ class Replacement {
     const std::wstring temporary_;
 };
 
-// The text that the edits make, if reading it again gives what the model holds.
-std::string proven(const Model& original, const Model& model, const XmlElement& root) {
+// What a file says differently from the model.
+MarkupEdits changes_since(const ProjectSource& source, const Model& model) {
+    const XmlElement root = read_xml(source.path, source.bytes);
+    return changes_between(*load(source, root), model, root);
+}
+
+// The bytes of the changed file, if reading them again gives what the model holds.
+std::string proven_bytes(const Model& model) {
     const ProjectSource& source = model.source;
-    std::string bytes = edited(source.bytes, changes_between(original, model, root));
-    const auto saved = load(ProjectSource{source.path, bytes});
-    if (!changes_between(*saved, model, read_xml(source.path, bytes)).empty())
+    ProjectSource changed{source.path, edited(source.bytes, changes_since(source, model))};
+    if (!changes_since(changed, model).empty())
         automation::fail(E_UNEXPECTED, L"\"" + source.path +
                                            L"\" would not hold all that was changed; it stays as "
                                            L"it is");
-    return bytes;
+    return std::move(changed.bytes);
 }
 
 }  // namespace
@@ -61,8 +66,7 @@ void save(Model& model, const std::wstring& backup_path) {
     if (read_file(path) != model.source.bytes)
         automation::fail(HRESULT_FROM_WIN32(ERROR_FILE_INVALID),
                          L"\"" + path + L"\" was changed by somebody else since it was opened");
-    const auto original = load(model.source);
-    std::string bytes = proven(*original, model, read_xml(path, model.source.bytes));
+    std::string bytes = proven_bytes(model);
     if (bytes == model.source.bytes) return;
     const Replacement replacement(path, bytes);
     if (!backup_path.empty()) Replacement(backup_path, model.source.bytes).move_into_place();

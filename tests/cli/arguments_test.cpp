@@ -55,6 +55,21 @@ TEST_CASE("an export takes all of its options in any order") {
     CHECK(full.window);
 }
 
+TEST_CASE("workbooks are told by their names, and a template needs one to go to") {
+    const Arguments made =
+        parsed({L"spreadsheet", L"c.xml", L"--out", L"W.XLSX", L"--template=t.xlsx"});
+    CHECK(made.command == Command::spreadsheet);
+    CHECK(made.template_file == L"t.xlsx");
+    CHECK(problem({L"spreadsheet", L"c.xml"}) == L"spreadsheet: \"--out\" is missing");
+    for (const wchar_t* name : {L"w.xls", L".xlsx", L"xlsx"})
+        CHECK(mentions(problem({L"spreadsheet", L"c.xml", L"--out", name}),
+                       L"no name of a workbook"));
+    CHECK(problem({L"export", L"p.xml", L"--template", L"t.xlsx"}) ==
+          L"export: \"--out\" is missing");
+    CHECK(mentions(problem({L"export", L"p.xml", L"--template", L"t.xlsx", L"--out", L"c.xml"}),
+                   L"must end in \".xlsx\""));
+}
+
 TEST_CASE("commands on content documents take what they need") {
     const Arguments check = parsed({L"check", L"c.xml", L"--project", L"p.xml", L"--json"});
     CHECK(check.project == L"p.xml");

@@ -181,6 +181,7 @@ class Templates(Workplace):
         sheet["B2"].number_format = "0.000"
         sheet["B2"].fill = openpyxl.styles.PatternFill("solid", fgColor="FF00FF00")
         sheet["D2"] = "=B2*2"
+        sheet["I2"] = "=TRUE()"
         sheet["A9"] = "below & beyond"
         sheet["E2"] = "entered by hand"
         sheet["A1"].comment = openpyxl.comments.Comment("a note of its own", "somebody")
@@ -206,15 +207,16 @@ class Templates(Workplace):
             content("Pumps!C2", ("Date", "11/21/2026")), content("Pumps!D2", number),
             content("Pumps!E2", ("String", "from the project"), direction="I"),
             content("Pumps!G6", number), content("Pumps!F5", number), content("Pumps!H4", number),
-            content("Pumps!A12", number, unit="FLOW.M3H"), content("Pumps!A9", ("String", "")),
+            content("Pumps!I2", ("Boolean", "0")), content("Pumps!A12", number, unit="FLOW.M3H"),
+            content("Pumps!A9", ("String", "")),
             content("New!A1", values=[(("Long", "1"), "a,b")], presentation=1), code=1)
         sheet = book["Pumps"]
         found = {cell: sheet[cell].value for cell in
-                 ("A1", "A2", "B1", "B2", "C2", "D2", "E2", "F5", "H4", "A9", "A12")}
+                 ("A1", "A2", "B1", "B2", "C2", "D2", "E2", "F5", "H4", "I2", "A9", "A12")}
         self.assertEqual(found, {
             "A1": "Tag", "A2": "=P101", "B1": "Flow", "B2": 2.5,
             "C2": datetime.datetime(2026, 11, 21), "D2": "=B2*2", "E2": "entered by hand",
-            "F5": 2.5, "H4": 2.5, "A9": None, "A12": 2.5})
+            "F5": 2.5, "H4": 2.5, "I2": False, "A9": None, "A12": 2.5})
         self.assertEqual(sheet["A2"].data_type, "s")
         self.assertEqual([sheet[cell].number_format for cell in ("B2", "H4", "A12")],
                          ["0.000", "0.0000", 'General" M3H"'])

@@ -212,8 +212,8 @@ TEST_CASE("columns are as wide as what they show, and headings run over empty ce
                         heading(u"S!C3", std::u16string(30, u'x')), text_at(u"S!D3")};
     const WorkbookPlan plan = plan_of(records);
     const SheetLayout layout = layout_of(plan.sheets[0]);
-    CHECK(layout.width_of(1) == 22);
-    CHECK(layout.width_of(2) == 62);
-    CHECK(layout.width_of(3) == 32);
+    CHECK(layout.width_of(1) == 24);
+    CHECK(layout.width_of(2) == 64);
+    CHECK(layout.width_of(3) == 34);
     CHECK(layout.width_of(4) == layout.width_of(5));
 }
