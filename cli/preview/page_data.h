@@ -7,8 +7,7 @@
 
 namespace cli {
 
-// JSON that may stand inside a script element: no "<" in it ends the element, and no line separator
-// is one to the script.
+// JSON that may stand inside a script element of a page.
 std::string page_data(const PageSource& source);
 
 }  // namespace cli

@@ -3,7 +3,7 @@
 from xml.sax.saxutils import quoteattr
 
 # What would leave a script element, an attribute or a line, were it not written as something else.
-HOSTILE = "</script><script>throw 'run'</script><!--<b>\"'&amp;\u2028\u2029\U0001F600\u202e]]>"
+HOSTILE = "</script ><script >throw 'run'</script ><!--<b>\"'&amp;\u2028\u2029\U0001F600\u202e]]>"
 
 
 def item(name, kind, data):
