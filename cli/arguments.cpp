@@ -46,7 +46,7 @@ tessera import FILE.xlsx --project PROJECT [--apply]
                      as PROJECT.bak
     --prefer SIDE    what to take when a value was changed on both sides
     --json           the report for programs
-    --quiet          tell the counts only
+    --quiet          tell only the errors, the counts and the path
 
 tessera decode FILE [--out FILE] [--quiet]
     Decodes a file of encoded strings, one in each line.

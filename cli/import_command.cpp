@@ -63,7 +63,11 @@ class Import {
 
     void tell(const ImportReport& report) {
         if (arguments_.json) return console_.out.write(report_as_json(report));
-        if (!arguments_.quiet) console_.out.write(report_as_text(report, console_.out.width()));
+        if (!arguments_.quiet) {
+            console_.out.write(report_as_table(report, console_.out.width()));
+            console_.out.write(report_notices(report));
+        }
+        console_.error.write(report_errors(report));
         console_.out.write(report_summary(report) + u"\n");
         if (report.is_applied)
             console_.out.write_line(L"written: " + *arguments_.project + L" (before: " +

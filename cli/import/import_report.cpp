@@ -69,19 +69,27 @@ std::vector<std::u16string> cells_of(const ImportRow& row) {
             way_back(record)};
 }
 
-std::u16string place_of(const ImportRow& row) {
-    return row.record->pointer.text + u": ";
+bool is_error(const ImportRow& row) {
+    return row.outcome == Outcome::failed || row.outcome == Outcome::refused ||
+           row.outcome == Outcome::conflict;
+}
+
+std::u16string in_u16(std::wstring_view text) {
+    return std::u16string(as_u16(text));
+}
+
+std::u16string line_about(const ImportRow& row, const std::u16string& what) {
+    return visible(row.record->pointer.text + u": " + what) + u"\n";
 }
 
 // All three values of a conflict; for the others, what stood in the way.
 std::u16string told(const ImportRow& row) {
-    std::u16string text = place_of(row) + std::u16string(name_of(row.outcome)) + u": ";
-    text += as_u16(row.reason);
+    std::u16string text = std::u16string(name_of(row.outcome)) + u": " + in_u16(row.reason);
     const bool is_twice = row.outcome == Outcome::conflict || row.outcome == Outcome::kept;
     if (is_twice)
         text += u": \"" + row.exported + u"\" when it was exported, \"" + row.cell +
                 u"\" in the sheet, \"" + old_value(row) + u"\" in the project";
-    return visible(text) + u"\n";
+    return line_about(row, text);
 }
 
 Json row_as_json(const ImportRow& row) {
@@ -111,25 +119,32 @@ std::size_t ImportReport::count(Outcome outcome) const {
 }
 
 bool ImportReport::is_clean() const {
-    return count(Outcome::failed) + count(Outcome::refused) + count(Outcome::conflict) == 0;
+    return std::ranges::none_of(rows, is_error);
 }
 
-std::u16string report_as_text(const ImportReport& report, std::size_t width) {
+std::u16string report_as_table(const ImportReport& report, std::size_t width) {
     TextTable table{{u"Result", u"Sheet", u"Cell", u"Object", u"Property", u"Old", u"New", u"Unit",
                      u"Way back"},
                     {}};
-    std::u16string reasons;
-    for (const ImportRow& row : report.rows) {
-        if (!has_news(row)) continue;
-        table.rows.push_back(cells_of(row));
-        if (!row.reason.empty()) reasons += told(row);
-        if (!row.notice.empty())
-            reasons +=
-                visible(place_of(row) + u"notice: " + std::u16string(as_u16(row.notice))) + u"\n";
-    }
+    for (const ImportRow& row : report.rows)
+        if (has_news(row)) table.rows.push_back(cells_of(row));
+    return table.rows.empty() ? std::u16string() : format_table(table, width) + u"\n";
+}
+
+std::u16string report_errors(const ImportReport& report) {
     std::u16string text;
-    if (!table.rows.empty()) text = format_table(table, width) + u"\n";
-    if (!reasons.empty()) text += reasons + u"\n";
+    for (const ImportRow& row : report.rows)
+        if (is_error(row)) text += told(row);
+    return text;
+}
+
+std::u16string report_notices(const ImportReport& report) {
+    std::u16string text;
+    for (const ImportRow& row : report.rows) {
+        if (!has_news(row) || is_error(row)) continue;
+        if (!row.reason.empty()) text += told(row);
+        if (!row.notice.empty()) text += line_about(row, u"notice: " + in_u16(row.notice));
+    }
     return text;
 }
 

@@ -19,8 +19,11 @@ struct ImportReport {
     bool is_clean() const;
 };
 
-// A table of the rows that have something to tell, then their reasons; empty when none has.
-std::u16string report_as_text(const ImportReport& report, std::size_t width);
+// The rows that have something to tell; empty when none has.
+std::u16string report_as_table(const ImportReport& report, std::size_t width);
+// A line for each row that failed, was refused or is a conflict; and for what else is to be told.
+std::u16string report_errors(const ImportReport& report);
+std::u16string report_notices(const ImportReport& report);
 // One line of counts.
 std::u16string report_summary(const ImportReport& report);
 std::u16string report_as_json(const ImportReport& report);

@@ -140,6 +140,9 @@ class SheetHandler : public XmlHandler {
     void begin_row(const XmlAttributes& attributes) {
         at_.row = number_of<std::int32_t>(attributes.text(L"r")).value_or(at_.row + 1);
         at_.column = 0;
+        if (at_.row < 1 || at_.row > last_cell.row)
+            throw Failure(place_ + L" has a row " + std::to_wstring(at_.row) +
+                          L", which no sheet has");
     }
 
     void begin_cell(const XmlAttributes& attributes) {

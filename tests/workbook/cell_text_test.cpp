@@ -20,8 +20,10 @@ TEST_CASE("what XML has no way to write is escaped, and so is what looks like an
         {u"_x000D_", u"_x005F_x000D_"},
         {u"_x00aF_ _x00G0_ _x0_ _x000D", u"_x005F_x00aF_ _x00G0_ _x0_ _x000D"},
     };
-    for (const auto& [text, escaped] : cases)
+    for (const auto& [text, escaped] : cases) {
         CHECK(escaped_cell_text(text) == escaped);
+        CHECK(unescaped_cell_text(escaped) == text);
+    }
 }
 
 TEST_CASE("texts that a program would take for something else are told from plain ones") {
