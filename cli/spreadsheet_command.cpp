@@ -11,8 +11,6 @@
 namespace cli {
 namespace {
 
-struct Stopped {};
-
 class Spreadsheet {
   public:
     Spreadsheet(const Arguments& arguments, Console& console)
@@ -22,13 +20,7 @@ class Spreadsheet {
     }
 
     int run() {
-        try {
-            write();
-        } catch (const Stopped&) {
-            course_.close();
-            console_.error.write_line(L"tessera: stopped; nothing was written");
-            return exit_with_errors;
-        }
+        write();
         course_.close();
         tell();
         return outcome_.unwritten.empty() ? exit_success : exit_with_errors;
@@ -39,8 +31,10 @@ class Spreadsheet {
         go_on(L"reading " + arguments_.input);
         const dom::Document document = load_content_document(arguments_.input);
         const dom::Node root = dom::root(document);
+        const ContentRecords records =
+            read_contents(root, [&](long number, long count) { course_.step(number, count); });
         outcome_ = write_workbook_file(
-            {*arguments_.out, arguments_.template_file}, root, read_contents(root), unit_name,
+            {*arguments_.out, arguments_.template_file}, root, records, unit_name,
             [&](const std::wstring& part) { go_on(L"writing " + part); });
     }
 
