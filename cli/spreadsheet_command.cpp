@@ -11,24 +11,18 @@
 namespace cli {
 namespace {
 
-struct Stopped {};
-
 class Spreadsheet {
   public:
     Spreadsheet(const Arguments& arguments, Console& console)
-        : arguments_(arguments), console_(console), course_(console, arguments, false) {
+        : arguments_(arguments),
+          console_(console),
+          course_(console, arguments, false),
+          base_(base_workbook(arguments.template_file, *arguments.out)) {
         check_output_path(*arguments.out, arguments.input);
-        if (arguments.template_file) check_output_path(*arguments.out, *arguments.template_file);
     }
 
     int run() {
-        try {
-            write();
-        } catch (const Stopped&) {
-            course_.close();
-            console_.error.write_line(L"tessera: stopped; nothing was written");
-            return exit_with_errors;
-        }
+        write();
         course_.close();
         tell();
         return outcome_.unwritten.empty() ? exit_success : exit_with_errors;
@@ -39,9 +33,9 @@ class Spreadsheet {
         go_on(L"reading " + arguments_.input);
         const dom::Document document = load_content_document(arguments_.input);
         const dom::Node root = dom::root(document);
-        outcome_ = write_workbook_file(
-            {*arguments_.out, arguments_.template_file}, root, read_contents(root), unit_name,
-            [&](const std::wstring& part) { go_on(L"writing " + part); });
+        outcome_ =
+            write_workbook_file(*arguments_.out, base_, root, read_contents(root), unit_name,
+                                [&](const std::wstring& part) { go_on(L"writing " + part); });
     }
 
     void go_on(const std::wstring& text) {
@@ -59,6 +53,7 @@ class Spreadsheet {
     const Arguments& arguments_;
     Console& console_;
     Course course_;
+    const BaseWorkbook base_;
     WorkbookOutcome outcome_;
 };
 
