@@ -100,8 +100,8 @@ void ZipWriter::Packer::write(std::string_view bytes) {
         // zlib's interface takes what it only reads as if it could write there.
         stream_->next_in = reinterpret_cast<Bytef*>(const_cast<char*>(part.data()));
         stream_->avail_in = static_cast<uInt>(part.size());
-        checksum_ = static_cast<std::uint32_t>(
-            crc32(checksum_, stream_->next_in, stream_->avail_in));
+        checksum_ =
+            static_cast<std::uint32_t>(crc32(checksum_, stream_->next_in, stream_->avail_in));
         size_ += part.size();
         run(Z_NO_FLUSH);
         bytes.remove_prefix(part.size());
