@@ -52,10 +52,10 @@ class Export {
           course_(console, arguments, false),
           project_(arguments.input, arguments.window),
           chosen_(project_.document(arguments.document)),
-          path_(arguments.out ? *arguments.out : content_file_name(arguments.input, chosen_.name)) {
+          path_(arguments.out ? *arguments.out : content_file_name(arguments.input, chosen_.name)),
+          base_(base_workbook(arguments.template_file, path_)) {
         check_output_path(path_, arguments.input);
         if (arguments.script) check_output_path(path_, *arguments.script);
-        if (arguments.template_file) check_output_path(path_, *arguments.template_file);
     }
 
     int run() {
@@ -136,7 +136,7 @@ class Export {
     void write_workbook(const dom::Node& root, const ContentRecords& records) {
         UnitLabels labels(project_.workset());
         workbook_ = write_workbook_file(
-            {path_, arguments_.template_file}, root, records,
+            path_, base_, root, records,
             [&](const ContentRecord& record) { return labels.label(record); },
             [&](const std::wstring& part) { course_.phase(L"writing " + part); });
     }
@@ -192,6 +192,7 @@ class Export {
     const Project project_;
     const ChosenDocument chosen_;
     const std::wstring path_;
+    const BaseWorkbook base_;  // of a workbook
     ComPtr<ITesseraVexScript> runner_;
     Script script_;
     Findings findings_;

@@ -14,9 +14,11 @@ namespace {
 class Spreadsheet {
   public:
     Spreadsheet(const Arguments& arguments, Console& console)
-        : arguments_(arguments), console_(console), course_(console, arguments, false) {
+        : arguments_(arguments),
+          console_(console),
+          course_(console, arguments, false),
+          base_(base_workbook(arguments.template_file, *arguments.out)) {
         check_output_path(*arguments.out, arguments.input);
-        if (arguments.template_file) check_output_path(*arguments.out, *arguments.template_file);
     }
 
     int run() {
@@ -33,9 +35,9 @@ class Spreadsheet {
         const dom::Node root = dom::root(document);
         const ContentRecords records =
             read_contents(root, [&](long number, long count) { course_.step(number, count); });
-        outcome_ = write_workbook_file(
-            {*arguments_.out, arguments_.template_file}, root, records, unit_name,
-            [&](const std::wstring& part) { go_on(L"writing " + part); });
+        outcome_ =
+            write_workbook_file(*arguments_.out, base_, root, records, unit_name,
+                                [&](const std::wstring& part) { go_on(L"writing " + part); });
     }
 
     void go_on(const std::wstring& text) {
@@ -53,6 +55,7 @@ class Spreadsheet {
     const Arguments& arguments_;
     Console& console_;
     Course course_;
+    const BaseWorkbook base_;
     WorkbookOutcome outcome_;
 };
 

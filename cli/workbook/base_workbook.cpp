@@ -86,6 +86,12 @@ BaseWorkbook::BaseWorkbook(const std::wstring& path)
     find_contents();
 }
 
+bool BaseWorkbook::counts_from_1904() const {
+    const auto properties = markup::find(book, "workbookPr");
+    const auto flag = properties ? markup::attribute(*properties, "date1904") : std::nullopt;
+    return flag == "1" || flag == "true";
+}
+
 bool BaseWorkbook::has(std::u16string_view part) const {
     return package_ && package_->has(narrow(part));
 }

@@ -27,6 +27,7 @@ class BaseWorkbook {
 
     const std::vector<BaseSheet>& sheets() const noexcept { return sheets_; }
     // Names of parts begin with "/".
+    bool counts_from_1904() const;
     bool has(std::u16string_view part) const;
     // A part that is markup in UTF-8; throws Failure for any other.
     std::string read(std::u16string_view part) const;

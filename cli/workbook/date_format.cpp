@@ -46,9 +46,10 @@ std::optional<double> automation_date(double serial, bool from_1904) noexcept {
     constexpr double from_1900_to_1904 = 1462;
     constexpr double last = 2958466;  // the day after 31 December 9999
     if (serial < 0) return {};
-    if (from_1904) serial += from_1900_to_1904;
+    // A number below 1 is a time of day and no day, but for the first one from 1904.
+    const bool is_time = serial > 0 && serial < 1;
+    if (from_1904 && !is_time) serial += from_1900_to_1904;
     if (serial >= last) return {};
-    // A number below 1 is a time of day and no day.
     if (serial < 1 || serial >= day_that_never_was + 1) return serial;
     if (serial >= day_that_never_was) return {};
     return serial + 1;

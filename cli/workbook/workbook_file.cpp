@@ -4,19 +4,26 @@
 #include "cli/failure.h"
 #include "cli/findings.h"
 #include "cli/output_file.h"
+#include "cli/output_path.h"
 
 namespace cli {
 
-WorkbookOutcome write_workbook_file(const WorkbookRequest& request, const dom::Node& contents_root,
-                                    const ContentRecords& records, const UnitLabel& unit_label,
-                                    const WriteCourse& course) {
+BaseWorkbook base_workbook(const std::optional<std::wstring>& template_path,
+                           const std::wstring& output) {
+    if (!template_path) return BaseWorkbook();
+    check_output_path(output, *template_path);
+    return BaseWorkbook(*template_path);
+}
+
+WorkbookOutcome write_workbook_file(const std::wstring& path, const BaseWorkbook& base,
+                                    const dom::Node& contents_root, const ContentRecords& records,
+                                    const UnitLabel& unit_label, const WriteCourse& course) {
     WorkbookPlan plan = plan_workbook(records, unit_label);
-    const BaseWorkbook base =
-        request.template_path ? BaseWorkbook(*request.template_path) : BaseWorkbook();
     if (plan.cells == 0)
-        throw Failure(L"the content document has no value that a workbook can hold; \"" +
-                      request.path + L"\" was not written");
-    OutputFile file(request.path);
+        throw Failure(L"the content document has no value that a workbook can hold; \"" + path +
+                      L"\" was not written");
+    if (base.counts_from_1904()) count_from_1904(plan);
+    OutputFile file(path);
     const auto left_out = write_workbook(file, base, plan, contents_root, course);
     file.finish();
     plan.unwritten.insert(plan.unwritten.end(), left_out.begin(), left_out.end());

@@ -9,21 +9,21 @@
 
 namespace cli {
 
-struct WorkbookRequest {
-    std::wstring path;
-    std::optional<std::wstring> template_path;  // a workbook whose cells are filled in
-};
-
 struct WorkbookOutcome {
     std::size_t sheets = 0;
     std::size_t cells = 0;
     std::vector<UnwrittenCell> unwritten;
 };
 
+// The workbook of this file, whose cells are filled in; without one, the plainest. Throws Failure
+// when it is no workbook, or what is to be written.
+BaseWorkbook base_workbook(const std::optional<std::wstring>& template_path,
+                           const std::wstring& output);
+
 // Throws Failure when the file cannot be written, or when no cell of the document can.
-WorkbookOutcome write_workbook_file(const WorkbookRequest& request, const dom::Node& contents_root,
-                                    const ContentRecords& records, const UnitLabel& unit_label,
-                                    const WriteCourse& course);
+WorkbookOutcome write_workbook_file(const std::wstring& path, const BaseWorkbook& base,
+                                    const dom::Node& contents_root, const ContentRecords& records,
+                                    const UnitLabel& unit_label, const WriteCourse& course);
 
 // "3 sheets, 109 cells"
 std::wstring summary(const WorkbookOutcome& outcome);

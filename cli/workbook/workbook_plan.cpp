@@ -89,4 +89,17 @@ WorkbookPlan plan_workbook(const ContentRecords& records, const UnitLabel& unit_
     return planner.finish();
 }
 
+void count_from_1904(WorkbookPlan& plan) {
+    constexpr double from_1900_to_1904 = 1462;
+    for (PlannedSheet& sheet : plan.sheets)
+        for (PlannedCell& cell : sheet.cells) {
+            CellContent& content = cell.content;
+            const bool is_time = content.number < 1;
+            if (content.kind != CellContent::Kind::date || is_time) continue;
+            content.number -= from_1900_to_1904;
+            if (content.number < 1)
+                content = {CellContent::Kind::text, 0, cell.record->cell_value().text};
+        }
+}
+
 }  // namespace cli

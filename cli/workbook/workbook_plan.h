@@ -42,4 +42,7 @@ using UnitLabel = std::function<std::u16string(const ContentRecord& record)>;
 // The records must outlive the plan. Of two values for one cell the first one stays.
 WorkbookPlan plan_workbook(const ContentRecords& records, const UnitLabel& unit_label);
 
+// For a workbook whose days are counted from 1904; earlier ones become texts.
+void count_from_1904(WorkbookPlan& plan);
+
 }  // namespace cli

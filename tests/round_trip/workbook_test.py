@@ -252,6 +252,15 @@ class Templates(Workplace):
                                     if name.startswith("customXml/item")),
                              ["customXml/item1.xml", "customXml/itemProps1.xml"])
 
+    def test_days_are_counted_as_the_template_counts_them(self):
+        self.make_template(lambda book: setattr(book, "epoch", openpyxl.utils.datetime.CALENDAR_MAC_1904))
+        sheet = self.filled(content("Pumps!A2", ("Date", "11/21/2026")),
+                            content("Pumps!A3", ("Date", "6:00:00 AM")),
+                            content("Pumps!A4", ("Date", "1/1/1903")))["Pumps"]
+        self.assertEqual([sheet[cell].value for cell in ("A2", "A4")],
+                         [datetime.datetime(2026, 11, 21), "1/1/1903"])
+        self.assertIn(b"<v>0.25</v>", self.part("xl/worksheets/sheet1.xml"))
+
     def test_prefixes_and_bare_cells_are_no_hindrance(self):
         """Some programs write a prefix before every name, and leave out where cells stand."""
         self.make_template()

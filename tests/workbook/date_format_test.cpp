@@ -26,6 +26,7 @@ TEST_CASE("days are counted as workbooks count them") {
     CHECK(automation_date(0.25, false) == 0.25);  // a quarter past nothing
     CHECK(automation_date(46112.5, false) == 46112.5);
     CHECK(automation_date(0, true) == 1462);  // 1 January 1904
+    CHECK(automation_date(0.25, true) == 0.25);
     CHECK(automation_date(44650, true) == 46112);
     CHECK_FALSE(automation_date(-1, false));
     CHECK_FALSE(automation_date(2958466, false));
