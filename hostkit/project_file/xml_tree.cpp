@@ -7,6 +7,7 @@
 #include "automation/error.h"
 #include "automation/file_handle.h"
 #include "hostkit/project_file/file_text.h"
+#include "hostkit/project_file/text_blocks.h"
 #include "hostkit/project_file/white_space_references.h"
 
 namespace hostkit::project_file {
@@ -43,14 +44,6 @@ constexpr KnownProblem known_problems[] = {
     fail_in_file(path, line, std::wstring(L"this is not well-formed XML (") + number + L")");
 }
 
-ComPtr<IStream> stream_of(const std::string& bytes) {
-    ComPtr<IStream> stream;
-    check(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()));
-    check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr));
-    check(stream->Seek({}, STREAM_SEEK_SET, nullptr));
-    return stream;
-}
-
 // The parser's one function is looked up by name, because not every tool chain has its import
 // library.
 ComPtr<IXmlReader> create_reader() {
@@ -71,12 +64,20 @@ constexpr std::size_t max_depth = 1000;
 
 class TreeBuilder {
   public:
-    TreeBuilder(const std::wstring& path, const std::string& bytes)
-        : path_(path), stream_(stream_of(bytes)), reader_(create_reader()) {
+    TreeBuilder(const std::wstring& path, std::string text)
+        : path_(path),
+          stream_(make_text_blocks(std::move(text), is_stuck_)),
+          reader_(create_reader()) {
         check(reader_->SetInput(stream_.get()));
     }
 
-    XmlElement build() {
+    XmlElement build() try { return build_tree(); } catch (const automation::Error&) {
+        if (!is_stuck_) throw;
+        fail_in_file(path_, line(), L"thousands of characters stand in a row that are no ASCII");
+    }
+
+  private:
+    XmlElement build_tree() {
         XmlNodeType type{};
         HRESULT code;
         while ((code = reader_->Read(&type)) == S_OK) {
@@ -90,7 +91,6 @@ class TreeBuilder {
         return std::move(document_.children.front());
     }
 
-  private:
     void take(XmlNodeType type) {
         switch (type) {
             case XmlNodeType_Element:
@@ -176,7 +176,8 @@ class TreeBuilder {
     }
 
     const std::wstring& path_;
-    ComPtr<IStream> stream_;
+    bool is_stuck_ = false;
+    ComPtr<ISequentialStream> stream_;
     ComPtr<IXmlReader> reader_;
     XmlElement document_;
     std::vector<XmlElement*> open_;
