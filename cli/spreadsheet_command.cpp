@@ -33,8 +33,10 @@ class Spreadsheet {
         go_on(L"reading " + arguments_.input);
         const dom::Document document = load_content_document(arguments_.input);
         const dom::Node root = dom::root(document);
+        const ContentRecords records =
+            read_contents(root, [&](long number, long count) { course_.step(number, count); });
         outcome_ =
-            write_workbook_file(*arguments_.out, base_, root, read_contents(root), unit_name,
+            write_workbook_file(*arguments_.out, base_, root, records, unit_name,
                                 [&](const std::wstring& part) { go_on(L"writing " + part); });
     }
 

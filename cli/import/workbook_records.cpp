@@ -3,7 +3,6 @@
 #include "automation/bstr.h"
 #include "automation/conversion.h"
 #include "cli/import/cell_value.h"
-#include "cli/records/content_reader.h"
 #include "cli/unit_labels.h"
 #include "cli/workbook/date_format.h"
 #include "cli/workbook/workbook_plan.h"
@@ -52,8 +51,8 @@ WrittenCells written_cells(const ContentRecords& records) {
     return written;
 }
 
-std::vector<ContentRecord> read_workbook_records(WorkbookReader& workbook) {
-    ContentRecords records = read_contents(dom::root(workbook.content_document()));
+std::vector<ContentRecord> read_workbook_records(WorkbookReader& workbook, const RecordRead& told) {
+    ContentRecords records = read_contents(dom::root(workbook.content_document()), told);
     const WrittenCells written = written_cells(records);
     for (ContentRecord& record : records.contents)
         if (written.contains(&record)) take_cell(record, workbook);

@@ -3,7 +3,7 @@
 
 #include <unordered_set>
 
-#include "cli/records/content_records.h"
+#include "cli/records/content_reader.h"
 #include "cli/workbook/workbook_reader.h"
 
 namespace cli {
@@ -15,6 +15,7 @@ WrittenCells written_cells(const ContentRecords& records);
 
 // A cell that was edited becomes the record's document value; one that was emptied leaves it as it
 // is. Cells of sheets that are missing count as emptied.
-std::vector<ContentRecord> read_workbook_records(WorkbookReader& workbook);
+std::vector<ContentRecord> read_workbook_records(WorkbookReader& workbook,
+                                                 const RecordRead& told = {});
 
 }  // namespace cli

@@ -9,6 +9,7 @@
 #include "automation/call.h"
 #include "cli/failure.h"
 #include "cli/package/character_references.h"
+#include "cli/package/text_stream.h"
 
 namespace cli {
 namespace {
@@ -46,18 +47,10 @@ ComPtr<IXmlReader> create_reader() {
     return reader;
 }
 
-ComPtr<IStream> stream_of(std::string_view bytes) {
-    ComPtr<IStream> stream;
-    check(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()));
-    check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr));
-    check(stream->Seek({}, STREAM_SEEK_SET, nullptr));
-    return stream;
-}
-
 class Reading {
   public:
-    Reading(const std::string& bytes, XmlHandler& handler)
-        : stream_(stream_of(bytes)), reader_(create_reader()), handler_(handler) {
+    Reading(std::string text, XmlHandler& handler)
+        : stream_(make_text_stream(std::move(text))), reader_(create_reader()), handler_(handler) {
         check(reader_->SetInput(stream_.get()));
     }
 
@@ -111,7 +104,7 @@ class Reading {
         return !stands && !goes_back;
     }
 
-    const ComPtr<IStream> stream_;
+    const ComPtr<ISequentialStream> stream_;
     const ComPtr<IXmlReader> reader_;
     XmlHandler& handler_;
     bool has_root_ = false;

@@ -120,6 +120,14 @@ constexpr KnownItem<ContentRecord> titles[] = {
     {L"Presentation", read_field<&ContentRecord::presentation>},
 };
 
+long content_count(const dom::Node& contents_root) {
+    long count = 0;
+    dom::for_each_element(contents_root, [&](const dom::Node& node) {
+        if (dom::name(node).view() == L"Content") ++count;
+    });
+    return count;
+}
+
 // What stands in a file for the encoding was of use for its bytes only.
 std::u16string_view without_declaration(std::u16string_view text) {
     if (!text.starts_with(u"<?xml")) return text;
@@ -148,13 +156,14 @@ std::wstring parse_failure(const dom::Document& document) {
 
 ContentRecords read_contents(const dom::Node& contents_root, const RecordRead& told) {
     ContentRecords records;
+    const long count = told ? content_count(contents_root) : 0;
     dom::for_each_element(contents_root, [&](const dom::Node& node) {
         const Bstr name = dom::name(node);
         if (name.view() == L"Content") {
             ContentRecord& record = records.contents.emplace_back();
             record.number = records.contents.size();
             read_items(record, node, titles);
-            if (told) told(static_cast<long>(record.number));
+            if (told) told(static_cast<long>(record.number), count);
         } else if (name.view() == L"Options") {
             if (const auto option = dom::child_named(node, L"AllowSheetCreation"))
                 read_item(records.allows_sheet_creation, option);

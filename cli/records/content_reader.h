@@ -9,8 +9,8 @@
 
 namespace cli {
 
-// Told the number of each record that is read; may end the reading with an exception.
-using RecordRead = std::function<void(long number)>;
+// Told of each record that is read, and how many there are; may end the reading with an exception.
+using RecordRead = std::function<void(long number, long count)>;
 
 // Every "Content" element below a contents root, in document order. What is missing stays empty.
 ContentRecords read_contents(const dom::Node& contents_root, const RecordRead& told = {});

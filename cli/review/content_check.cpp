@@ -81,7 +81,7 @@ Broken is_unreadable(const ContentRecord& record) {
 
 Broken is_no_number(const ContentRecord& record) {
     if (!record.all_values_numeric) return {};
-    return any_value(record, [&](const ArchivedValue& value) {
+    return any_value(record, [&record](const ArchivedValue& value) {
         if (value.text.empty()) return !record.empty_numeric_value_stays_empty;
         return !value.is_number() && !automation::is_numeric(automation::as_wide(value.text));
     });
@@ -189,9 +189,10 @@ void ContentCheck::check_cell(std::size_t record, std::vector<Finding>& findings
         taken_cells_.emplace(std::pair(folded_sheet_name(pointer.sheet), *pointer.cell), record);
     if (is_new) return;
     const ContentRecord& first = contents_[taken->second];
-    findings.push_back({Rule::same_cell, record,
-                        u"of row " + decimal(static_cast<long>(first.number)) + u", " +
-                            first.object.path + u" " + property_text(first.property)});
+    std::u16string detail = u"of row " + decimal(static_cast<long>(first.number));
+    if (!first.property.name.empty())
+        detail += u", " + first.object.path + u" " + property_text(first.property);
+    findings.push_back({Rule::same_cell, record, std::move(detail)});
 }
 
 }  // namespace cli

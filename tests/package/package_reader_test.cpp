@@ -98,3 +98,21 @@ TEST_CASE_FIXTURE(test::ComFixture,
         deep += "<a>";
     CHECK(events(deep) == broken);
 }
+
+TEST_CASE_FIXTURE(test::ComFixture, "long texts come whole, wherever a block of them ends") {
+    std::string text;
+    std::wstring expected;
+    for (int i = 0; i < 4000; ++i) {
+        text += "F\xC3\xB6rder\xE2\x82\xAC\xF0\x9F\x98\x80";
+        expected += L"F\xF6rder\x20AC\xD83D\xDE00";
+    }
+    for (int i = 0; i < 9000; ++i) {
+        text += "\xE4\xB8\xAD";
+        expected += L'\x4E2D';
+    }
+    for (std::size_t shift = 0; shift < 8; ++shift) {
+        const bool is_whole = events("<a>" + std::string(shift, 'x') + text + "</a>") ==
+                              L"<a >" + std::wstring(shift, L'x') + expected + L"</>";
+        CHECK_MESSAGE(is_whole, shift);
+    }
+}

@@ -88,12 +88,14 @@ class Project(Workplace):
         return book
 
     def imported(self, *options, code=0, workbook="w.xlsx"):
-        """The report; standard error stays empty."""
+        """The report; nothing is told beside it."""
         program = os.environ["TESSERA"].split()
         result = subprocess.run([*program, "import", workbook, "--project", "p.xml", "--json", *options],
                                 cwd=self.folder, capture_output=True, text=True, encoding="utf-8",
                                 check=False)
-        self.assertEqual((result.returncode, result.stderr), (code, ""), result.stdout)
+        # The shell that starts the program need not know the locale that the program has.
+        said = [line for line in result.stderr.splitlines() if "setlocale" not in line and line]
+        self.assertEqual((result.returncode, said), (code, []), result.stdout)
         return json.loads(result.stdout)
 
     def row(self, report, cell):
