@@ -30,12 +30,15 @@ class Import {
     int run() {
         course_.phase(L"reading " + arguments_.input);
         WorkbookReader workbook(arguments_.input);
-        const ContentRecords records = read_contents(dom::root(workbook.content_document()));
+        const ContentRecords records =
+            read_contents(dom::root(workbook.content_document()),
+                          [&](long number, long count) { course_.step(number, count); });
         const auto total = static_cast<long>(records.contents.size());
+        const RowStep step = [&](long number) { course_.step(number, total); };
         course_.phase(L"comparing");
-        rows_ = compare_rows(records, workbook, host_, arguments_.prefer,
-                             [&](long number) { course_.step(number, total); });
-        write_rows(rows_, host_);
+        rows_ = compare_rows(records, workbook, host_, arguments_.prefer, step);
+        course_.phase(L"setting values");
+        write_rows(rows_, host_, step);
         ImportReport report{std::u16string(automation::as_u16(arguments_.input)),
                             std::u16string(automation::as_u16(*arguments_.project)),
                             rows_,

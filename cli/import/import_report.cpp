@@ -85,8 +85,8 @@ std::u16string line_about(const ImportRow& row, const std::u16string& what) {
 // All three values of a conflict; for the others, what stood in the way.
 std::u16string told(const ImportRow& row) {
     std::u16string text = std::u16string(name_of(row.outcome)) + u": " + in_u16(row.reason);
-    const bool is_twice = row.outcome == Outcome::conflict || row.outcome == Outcome::kept;
-    if (is_twice)
+    // What else has a reason was changed on both sides.
+    if (row.outcome != Outcome::failed && row.outcome != Outcome::refused)
         text += u": \"" + row.exported + u"\" when it was exported, \"" + row.cell +
                 u"\" in the sheet, \"" + old_value(row) + u"\" in the project";
     return line_about(row, text);

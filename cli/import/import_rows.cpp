@@ -175,7 +175,7 @@ void write_row(ImportRow& row, const HostValues& host) try {
 
 std::vector<ImportRow> compare_rows(const ContentRecords& records, WorkbookReader& workbook,
                                     const HostValues& host, Preference preference,
-                                    const std::function<void(long)>& step) {
+                                    const RowStep& step) {
     const WrittenCells written = written_cells(records);
     RowComparison comparison(workbook, host, preference);
     std::vector<ImportRow> rows;
@@ -189,9 +189,11 @@ std::vector<ImportRow> compare_rows(const ContentRecords& records, WorkbookReade
     return rows;
 }
 
-void write_rows(std::vector<ImportRow>& rows, const HostValues& host) {
-    for (ImportRow& row : rows)
-        if (row.outcome == Outcome::changed) write_row(row, host);
+void write_rows(std::vector<ImportRow>& rows, const HostValues& host, const RowStep& step) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        step(static_cast<long>(i) + 1);
+        if (rows[i].outcome == Outcome::changed) write_row(rows[i], host);
+    }
     // Properties of several names can lead to one value, such as a text in the current language and
     // in that of a number.
     for (ImportRow& row : rows)

@@ -24,6 +24,9 @@ enum class Outcome {
     failed,     // cannot be read or written
 };
 
+// Called with the number of each row before it; may throw.
+using RowStep = std::function<void(long)>;
+
 enum class CellState { absent, blank, value };
 
 struct ImportRow {
@@ -39,14 +42,14 @@ struct ImportRow {
     automation::Variant value;  // to write
 };
 
-// Compares all rows; what is changed is not written yet. `step` is called with the number of each
-// row before it. Throws Failure when a sheet that has rows is missing.
+// Compares all rows; what is changed is not written yet. Throws Failure when a
+// sheet that has rows is missing.
 std::vector<ImportRow> compare_rows(const ContentRecords& records, WorkbookReader& workbook,
                                     const HostValues& host, Preference preference,
-                                    const std::function<void(long)>& step);
+                                    const RowStep& step);
 
 // Sets what is changed in the open project; what that refuses becomes a failed row.
-void write_rows(std::vector<ImportRow>& rows, const HostValues& host);
+void write_rows(std::vector<ImportRow>& rows, const HostValues& host, const RowStep& step);
 
 // "SetXValue(2)": by which name and with which parameter the value goes back.
 std::u16string way_back(const ContentRecord& record);

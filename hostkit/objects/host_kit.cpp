@@ -21,9 +21,10 @@ using automation::view_of;
 
 // Leads to the file when the current folder is another one.
 std::wstring full_path(const std::wstring& path) {
-    wchar_t full[32768];
-    const DWORD length = GetFullPathNameW(path.c_str(), std::size(full), full, nullptr);
-    return length > 0 && length < std::size(full) ? std::wstring(full, length) : path;
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    const DWORD length =
+        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    return length > 0 && length < full.size() ? full.substr(0, length) : path;
 }
 
 class Kit : public Object<Kit, IHostKit> {

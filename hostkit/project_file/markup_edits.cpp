@@ -247,7 +247,10 @@ class Editor {
                     escaped(child.name, encoding_) + attributes_text(child.attributes, encoding_) +
                     u"/>";
         if (place.is_empty) {
-            patches_[place.tag_end] = {2, u">" + text + indent + u"</" + Units(place.name) + u">"};
+            // Attributes that were added may stand right before.
+            Patch& patch = patches_[place.tag_end];
+            patch.length = 2;
+            patch.text += u">" + text + indent + u"</" + Units(place.name) + u">";
             return;
         }
         const UnitsView inside(text_.data(), place.end_tag);

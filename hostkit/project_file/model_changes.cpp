@@ -118,7 +118,7 @@ class Comparison {
     void compare_value(const AttributeValue& original, const Attribute& attribute,
                        std::size_t position, const XmlElement& element) {
         const AttributeValue& changed = attribute.values[position];
-        if (!original.text.empty() && !changed.text.empty())
+        if (!changed.text.empty())
             return compare_text(element, L"value", original.text, changed.text);
         const Variant before = value_in(original, 0);
         const Variant after = value_in(changed, 0);

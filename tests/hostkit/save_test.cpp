@@ -30,6 +30,9 @@ constexpr char body[] = R"(<!-- types --><attribute-types>
     <attribute name="P.Empty"/>
   </object>
   <object type="pump" name="P2"/>
+  <object type="pump" name="P3">
+    <attribute name="P.Text" value=""/>
+  </object>
 </project>)";
 
 std::string bytes_of(const std::wstring& path) {
@@ -141,6 +144,8 @@ TEST_CASE_FIXTURE(SavedProject, "a saved file differs in what was changed only")
     write(L"P1|P.Text", kqpValue, Variant(L"<\"'&\r\n\xE4\x20AC"));
     write(L"P1|P.Empty", kqpValue, Variant(L"x"));
     write(L"P2", kqpGetInternationalDescription, Variant(L"Pump 2"), L"2");
+    write(L"P2", kqpLabel, Variant(L"B"));
+    write(L"P3|P.Text", kqpGetInternationalValue, Variant(L"on"), L"2");
     check_saved({
         {"'2.5' ><item value=\"3\"/>",
          "'1e-07' ><item value=\"4.25\"/>\n      <item value=\"5\"/>"},
@@ -150,8 +155,11 @@ TEST_CASE_FIXTURE(SavedProject, "a saved file differs in what was changed only")
         {"a&#10;b", "&#60;&#34;&#39;&#38;&#13;&#10;\xC3\xA4\xE2\x82\xAC"},
         {"\"P.Empty\"/>", "\"P.Empty\" value=\"x\"/>"},
         {"name=\"P2\"/>",
-         "name=\"P2\">\n    <translation language=\"English\" description=\"Pump 2\"/>\n  "
-         "</object>"},
+         "name=\"P2\" label=\"B\">\n    <translation language=\"English\" "
+         "description=\"Pump 2\"/>\n  </object>"},
+        {"\"P.Text\" value=\"\"/>",
+         "\"P.Text\" value=\"\">\n      <translation language=\"English\" value=\"on\"/>\n    "
+         "</attribute>"},
     });
 }
 

@@ -324,6 +324,12 @@ class Import(Project):
             (self.folder / "w.xlsx").write_bytes(data)
             self.check_failed(message)
         (self.folder / "w.xlsx").write_bytes(whole)
+        for xml, message in (('<c r="A1" t="s"><v>99</v></c>', "A1 refers to a text that there is not"),
+                             ('<c r="A1"><v>1,5</v></c>', 'A1 has "1,5" for a number'),
+                             ('<c r="A9999999"/>', 'has a cell "A9999999", which no sheet has')):
+            self.edit_part("xl/worksheets/sheet1.xml", "A1", xml)
+            self.check_failed(message)
+            (self.folder / "w.xlsx").write_bytes(whole)
         self.edit_package({"xl/worksheets/sheet1.xml": lambda text: text[:-20]})
         self.check_failed("not well-formed XML")
         self.check_failed("cannot be read", "none.xlsx")
