@@ -8,18 +8,38 @@
 
 namespace cli {
 
-enum class Command { help, version, export_document, query, decode };
+enum class Command {
+    help,
+    version,
+    export_document,
+    query,
+    decode,
+    spreadsheet,
+    check,
+    diff,
+    preview,
+    import_workbook,
+};
+// Which side an import takes when a value was changed on both.
+enum class Preference { none, sheet, project };
 enum class QueryFormat { columns, rows, complete, strings };
 
 struct Arguments {
     Command command = Command::help;
-    std::wstring input;  // the project file, or the file to decode
+    std::wstring input;                   // the project file, or the file to decode
+    std::wstring second_input;            // of the command that compares two
+    std::optional<std::wstring> project;  // beside an input that is none
+    std::optional<std::wstring> against;
     std::optional<std::wstring> document;
     std::optional<std::wstring> script;
     std::optional<std::wstring> out;
+    std::optional<std::wstring> template_file;  // a workbook to fill in
     std::wstring query;
     QueryFormat format = QueryFormat::complete;
+    Preference prefer = Preference::none;
+    bool apply = false;
     bool encode = false;
+    bool json = false;
     bool quiet = false;
     bool window = false;
     bool no_scripts = false;
@@ -29,5 +49,8 @@ struct Arguments {
 Arguments parse_arguments(std::span<const wchar_t* const> arguments);
 
 std::wstring_view help_text() noexcept;
+
+// True for a name that ends as those of workbooks do, ".xlsx" in any case.
+bool is_workbook_path(std::wstring_view path);
 
 }  // namespace cli

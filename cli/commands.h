@@ -7,8 +7,13 @@
 namespace cli {
 
 // They answer the exit code, and throw Failure.
+int run_check(const Arguments& arguments, Console& console);
 int run_decode(const Arguments& arguments, Console& console);
+int run_diff(const Arguments& arguments, Console& console);
 int run_export(const Arguments& arguments, Console& console);
+int run_preview(const Arguments& arguments, Console& console);
+int run_import(const Arguments& arguments, Console& console);
 int run_query(const Arguments& arguments, Console& console);
+int run_spreadsheet(const Arguments& arguments, Console& console);
 
 }  // namespace cli

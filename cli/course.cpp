@@ -6,6 +6,7 @@
 #include "automation/object.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
+#include "cli/progress_text.h"
 #include "cli/text.h"
 
 namespace cli {
@@ -90,11 +91,26 @@ void Course::row(long number, long count) {
     const std::uint64_t now = GetTickCount64();
     if (now < next_update_) return;
     next_update_ = now + milliseconds_between_updates;
-    std::wstring text = phase_;
-    if (number > 0) text += L": row " + std::to_wstring(number);
-    if (number > 0 && count > 0) text += L" of " + std::to_wstring(count);
-    show_line(text);
+    show_line(told(number, count, now));
     move_bar(number, count);
+}
+
+// Rows that are counted from the start again are other rows; what came before the first one is no
+// time of theirs.
+std::wstring Course::told(long number, long count, std::uint64_t now) {
+    if (last_row_ == 0 || number < last_row_) {
+        first_row_ = number;
+        first_row_at_ = now;
+    }
+    last_row_ = number;
+    const std::wstring rows =
+        progress_text({number, count, number - first_row_, now - first_row_at_});
+    return rows.empty() ? phase_ : phase_ + L": " + rows;
+}
+
+void Course::step(long number, long count) {
+    row(number, count);
+    if (is_stopped()) throw Stopped();
 }
 
 bool Course::is_stopped() {

@@ -30,6 +30,9 @@ class Course {
     void phase(const std::wstring& text);
     // Shown a few times a second only.
     void row(long number, long count);
+    // The same for work of the program's own, which can end anywhere: throws Stopped when the user
+    // wants it to.
+    void step(long number, long count);
     bool is_stopped();
     // Asked by the host before a call: true when it shall fail. What the run made is incomplete
     // then.
@@ -39,6 +42,7 @@ class Course {
     void abandon();
 
   private:
+    std::wstring told(long number, long count, std::uint64_t now);
     void show_line(const std::wstring& text);
     void move_bar(long number, long count);
 
@@ -48,6 +52,10 @@ class Course {
     std::wstring shown_;
     std::size_t shown_width_ = 0;
     std::uint64_t next_update_ = 0;
+    // Where the rows that the rate is told of began.
+    long first_row_ = 0;
+    long last_row_ = 0;
+    std::uint64_t first_row_at_ = 0;
     automation::ComPtr<ITesseraProgress> form_;
     bool is_stopped_ = false;
     bool has_refused_ = false;

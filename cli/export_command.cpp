@@ -12,7 +12,10 @@
 #include "cli/findings.h"
 #include "cli/output_path.h"
 #include "cli/project.h"
+#include "cli/records/content_reader.h"
 #include "cli/text_file.h"
+#include "cli/unit_labels.h"
+#include "cli/workbook/workbook_file.h"
 #include "text/trim.h"
 
 namespace cli {
@@ -49,7 +52,8 @@ class Export {
           course_(console, arguments, false),
           project_(arguments.input, arguments.window),
           chosen_(project_.document(arguments.document)),
-          path_(arguments.out ? *arguments.out : content_file_name(arguments.input, chosen_.name)) {
+          path_(arguments.out ? *arguments.out : content_file_name(arguments.input, chosen_.name)),
+          base_(base_workbook(arguments.template_file, path_)) {
         check_output_path(path_, arguments.input);
         if (arguments.script) check_output_path(path_, *arguments.script);
     }
@@ -63,8 +67,10 @@ class Export {
         if (usable) write(dom::root(document));
         course_.close();
         tell(usable);
-        return usable && !findings_.has_errors() && !course_.is_stopped() ? exit_success
-                                                                          : exit_with_errors;
+        const bool is_whole = !workbook_ || workbook_->unwritten.empty();
+        return usable && is_whole && !findings_.has_errors() && !course_.is_stopped()
+                   ? exit_success
+                   : exit_with_errors;
     }
 
   private:
@@ -119,10 +125,20 @@ class Export {
 
     void write(const dom::Node& root) {
         course_.phase(L"writing " + path_);
+        const ContentRecords records = read_contents(root);
+        table_ = content_table(records.contents);
+        if (is_workbook_path(path_)) return write_workbook(root, records);
         TextFile file(path_, FileEncoding::utf16);
         replaced_ = write_document(file, root, u"UTF-16");
         file.finish();
-        table_ = content_table(root);
+    }
+
+    void write_workbook(const dom::Node& root, const ContentRecords& records) {
+        UnitLabels labels(project_.workset());
+        workbook_ = write_workbook_file(
+            path_, base_, root, records,
+            [&](const ContentRecord& record) { return labels.label(record); },
+            [&](const std::wstring& part) { course_.phase(L"writing " + part); });
     }
 
     void tell(bool written) {
@@ -133,6 +149,7 @@ class Export {
             tell_errors(console_.error, findings_, script_.name);
         }
         if (!written) tell_missing();
+        if (workbook_) tell_unwritten(console_.error, *workbook_);
         if (!arguments_.quiet && written) tell_summary();
         if (written) console_.out.write_line(arguments_.quiet ? path_ : L"written: " + path_);
         if (written && course_.is_stopped())
@@ -165,6 +182,7 @@ class Export {
 
     void tell_summary() {
         console_.out.write_line(count_of(table_.rows.size(), L"row") + L", " + findings_.counted());
+        if (workbook_) console_.out.write_line(summary(*workbook_));
         if (replaced_ > 0) console_.out.write_line(replaced_text(replaced_));
     }
 
@@ -174,12 +192,14 @@ class Export {
     const Project project_;
     const ChosenDocument chosen_;
     const std::wstring path_;
+    const BaseWorkbook base_;  // of a workbook
     ComPtr<ITesseraVexScript> runner_;
     Script script_;
     Findings findings_;
     ComPtr<IKelosMappingTable> table_of_rows_;
     TextTable table_;
     std::size_t replaced_ = 0;
+    std::optional<WorkbookOutcome> workbook_;
 };
 
 }  // namespace

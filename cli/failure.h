@@ -21,4 +21,10 @@ class Failure : public std::exception {
     std::wstring text_;
 };
 
+// The user wants a command to end that has not written anything yet: told in one line, exit code 1.
+class Stopped : public std::exception {
+  public:
+    const char* what() const noexcept override { return "the command was stopped"; }
+};
+
 }  // namespace cli

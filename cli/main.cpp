@@ -43,6 +43,16 @@ int run(std::span<const wchar_t* const> given, Console& console) {
             return with_com(run_query, arguments, console);
         case Command::decode:
             return with_com(run_decode, arguments, console);
+        case Command::spreadsheet:
+            return with_com(run_spreadsheet, arguments, console);
+        case Command::check:
+            return with_com(run_check, arguments, console);
+        case Command::diff:
+            return with_com(run_diff, arguments, console);
+        case Command::preview:
+            return with_com(run_preview, arguments, console);
+        case Command::import_workbook:
+            return with_com(run_import, arguments, console);
     }
     return exit_success;
 }
@@ -62,6 +72,8 @@ int run_guarded(std::span<const wchar_t* const> given) noexcept {
         return run(given, console);
     } catch (const Failure& failure) {
         return failed(console, failure.text(), exit_not_run);
+    } catch (const Stopped&) {
+        return failed(console, L"stopped; nothing was written", exit_with_errors);
     } catch (...) {
         const automation::ErrorReport error = automation::current_error();
         return failed(console, error.description.str(), exit_with_errors);

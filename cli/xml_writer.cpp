@@ -56,6 +56,17 @@ void XmlWriter::attribute(std::u16string_view name, std::u16string_view value) {
     buffer_ += u'"';
 }
 
+void XmlWriter::attribute(std::u16string_view name, std::int64_t value) {
+    const std::string digits = std::to_string(value);
+    attribute(name, std::u16string(digits.begin(), digits.end()));
+}
+
+void XmlWriter::text_element(std::u16string_view name, std::u16string_view value) {
+    start(name, true);
+    text(value);
+    end();
+}
+
 void XmlWriter::text(std::u16string_view value) {
     begin_content();
     escape(value, false);
@@ -87,7 +98,7 @@ void XmlWriter::begin_content() {
 }
 
 void XmlWriter::break_line(std::size_t depth) {
-    buffer_.append(line_end).append(depth, u'\t');
+    if (layout_ == XmlLayout::lines) buffer_.append(line_end).append(depth, u'\t');
 }
 
 void XmlWriter::escape(std::u16string_view value, bool in_attribute) {

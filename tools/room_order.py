@@ -15,6 +15,8 @@ COMPONENT = """text codec automation server host archive content options mapping
     query script component""".split()
 # The host kit's rooms; the files in its own folder are below them all.
 KIT = ["", *"model query project_file services objects script controls".split()]
+# The console program's rooms; the files in its own folder are what they share and what uses them.
+CLI = "records package workbook import review preview".split()
 # What the programs around the component use of it: they know its other rooms by interface only.
 SHARED = ["text", "codec", "automation", "server"]
 # The part of the contract that is a table: every host may know it.
@@ -56,7 +58,13 @@ def may_know(source, target):
         return its_program == "src" and rank(its_room) <= rank(room)
     if its_program == "src":
         return its_room in SHARED or target in CONTRACT
-    return its_program == program and (program != "hostkit" or KIT.index(its_room) <= KIT.index(room))
+    return its_program == program and is_below(program, its_room, room)
+
+
+def is_below(program, its_room, room):
+    if program == "hostkit":
+        return KIT.index(its_room) <= KIT.index(room)
+    return "" in (its_room, room) or CLI.index(its_room) <= CLI.index(room)
 
 
 def rank(room):

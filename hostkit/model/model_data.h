@@ -107,10 +107,17 @@ struct Project : Element {
     std::size_t language = 0;
 };
 
+// The file that a model came from, as it was then.
+struct ProjectSource {
+    std::wstring path;
+    std::string bytes;
+};
+
 struct Model {
     Model();
     ~Model();
 
+    ProjectSource source;
     std::vector<Language> languages;
     std::size_t language = 0;  // the current one of projects that name no other
     std::vector<User> users;

@@ -26,6 +26,12 @@ class LocalText {
     // Replaces what `in` answers for the language.
     void replace(std::size_t language, std::wstring text);
 
+    const std::wstring& base() const noexcept { return base_; }
+    // Of the language's own; empty when it has none.
+    std::wstring translation(std::size_t language) const {
+        return language < translations_.size() ? translations_[language] : std::wstring();
+    }
+
     bool empty() const noexcept { return base_.empty() && translations_.empty(); }
 
   private:

@@ -110,6 +110,18 @@ Bstr date_text(DATE date, LCID locale) {
     return Bstr(std::wstring(day) + L" " + clock);
 }
 
+std::wstring written_date(DATE date) {
+    SYSTEMTIME time{};
+    if (!VariantTimeToSystemTime(date, &time)) automation::fail(E_INVALIDARG);
+    wchar_t text[32]{};
+    const int length =
+        swprintf(text, std::size(text), L"%04u-%02u-%02u", time.wYear, time.wMonth, time.wDay);
+    if (time.wHour == 0 && time.wMinute == 0 && time.wSecond == 0) return text;
+    swprintf(text + length, std::size(text) - static_cast<std::size_t>(length), L"T%02u:%02u:%02u",
+             time.wHour, time.wMinute, time.wSecond);
+    return text;
+}
+
 Bstr plain_text(const VARIANT& value, LCID locale) {
     Variant text;
     check(VariantChangeTypeEx(&text, const_cast<VARIANT*>(&value), locale,
@@ -141,6 +153,26 @@ std::optional<Variant> read_value(ValueType type, std::wstring_view text) {
             return read_currency(text);
     }
     return {};
+}
+
+std::wstring written_value(const VARIANT& value) {
+    switch (value.vt) {
+        case VT_BOOL:
+            return value.boolVal != VARIANT_FALSE ? L"true" : L"false";
+        case VT_DATE:
+            return written_date(value.date);
+        case VT_R8: {
+            char digits[40];
+            const auto end = std::to_chars(digits, digits + sizeof digits, value.dblVal).ptr;
+            return std::wstring(digits, end);
+        }
+        default: {
+            Variant text;
+            check(VariantChangeTypeEx(&text, const_cast<VARIANT*>(&value), file_locale,
+                                      VARIANT_NOUSEROVERRIDE, VT_BSTR));
+            return std::wstring(text.text());
+        }
+    }
 }
 
 Bstr display_text(const VARIANT& value, LCID locale, int decimals) {

@@ -27,6 +27,9 @@ std::optional<ValueType> value_type_of(std::wstring_view name) noexcept;
 // 2026-03-31 or 2026-03-31T14:30:00. Nothing when it is none of the type.
 std::optional<automation::Variant> read_value(ValueType type, std::wstring_view text);
 
+// How the project file spells a value that is not Empty.
+std::wstring written_value(const VARIANT& value);
+
 // So many a user reads at most.
 inline constexpr int most_decimals = 99;
 

@@ -7,6 +7,8 @@
 #include "hostkit/objects/objects.h"
 #include "hostkit/objects/query_objects.h"
 #include "hostkit/project_file/loader.h"
+#include "hostkit/project_file/save.h"
+#include "hostkit/query/property_writing.h"
 #include "hostkit/services/application.h"
 
 namespace hostkit {
@@ -16,6 +18,14 @@ using automation::Bstr;
 using automation::ComPtr;
 using automation::Object;
 using automation::view_of;
+
+// Leads to the file when the current folder is another one.
+std::wstring full_path(const std::wstring& path) {
+    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    const DWORD length =
+        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    return length > 0 && length < full.size() ? full.substr(0, length) : path;
+}
 
 class Kit : public Object<Kit, IHostKit> {
   public:
@@ -92,6 +102,23 @@ class Kit : public Object<Kit, IHostKit> {
     STDMETHODIMP FailCallNamed(BSTR name, long occurrence, long code) override {
         return run<Uncounted>([&] { calls_.fail(view_of(name), occurrence, code); });
     }
+    STDMETHODIMP WriteProperty(IKelosObject* object, long constant, BSTR parameter, BSTR unit,
+                               long lcid, VARIANT value) override {
+        return run<Uncounted>([&] {
+            const ElementRef element = element_behind(object);
+            if (!element) automation::fail(E_INVALIDARG, L"This is no object of the kit");
+            ColumnSettings settings;
+            settings.constant = constant;
+            settings.parameter = view_of(parameter);
+            settings.unit = view_of(unit);
+            settings.lcid = lcid;
+            write_property(*element, settings, value);
+        });
+    }
+    STDMETHODIMP Save(BSTR backup_path) override {
+        return run<Uncounted>(
+            [&] { project_file::save(*model(), std::wstring(view_of(backup_path))); });
+    }
 
   private:
     const ModelRef& model() const {
@@ -101,6 +128,7 @@ class Kit : public Object<Kit, IHostKit> {
 
     ComPtr<IKelosWorkset> open(const std::wstring& path) {
         ModelRef loaded = project_file::load(path);
+        loaded->source.path = full_path(path);
         loaded->undo_state = make_undo_state(L"Step 2");
         loaded->outer_undo_state = make_undo_state(L"Step 1");
         close();

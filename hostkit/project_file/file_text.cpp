@@ -12,6 +12,8 @@
 namespace hostkit::project_file {
 namespace {
 
+constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
+
 // The place of encoding="…" in the XML declaration; empty when none is declared.
 struct DeclaredEncoding {
     std::size_t start = 0;
@@ -101,35 +103,55 @@ std::string from_windows_1252(const std::wstring& path, std::string_view bytes) 
     return utf8_of(text);
 }
 
-std::string from_declared(const std::wstring& path, std::string bytes) {
+[[noreturn]] void fail_encoding(const std::wstring& path, std::string_view bytes) {
+    const std::string declared = declared_encoding(bytes).name;
+    const std::wstring name(declared.begin(), declared.end());
+    fail_in_file(path, 1,
+                 automation::equal_ignoring_case(name, L"UTF-16")
+                     ? L"the file is not encoded in UTF-16, as it says"
+                     : L"the encoding \"" + name +
+                           L"\" is not read: UTF-8, UTF-16, windows-1252 and ISO-8859-1 are");
+}
+
+std::string decoded(const std::wstring& path, std::string&& bytes) {
+    const auto encoding = encoding_of(bytes);
+    if (!encoding) fail_encoding(path, bytes);
+    std::string_view all = bytes;
+    switch (*encoding) {
+        case Encoding::utf8:
+            all.remove_prefix(all.starts_with(utf8_mark) ? utf8_mark.size() : 0);
+            return checked_utf8(path, std::string(all));
+        case Encoding::utf16_little:
+        case Encoding::utf16_big:
+            // The first character is a byte-order mark or a "<".
+            all.remove_prefix(all.find('<') < 2 ? 0 : 2);
+            return from_utf16(path, all, encoding == Encoding::utf16_big);
+        case Encoding::windows_1252:
+            return from_windows_1252(path, bytes);
+        case Encoding::latin_1:
+            return from_latin_1(bytes);
+    }
+    return {};
+}
+
+}  // namespace
+
+std::optional<Encoding> encoding_of(std::string_view bytes) {
+    using namespace std::string_view_literals;
+    if (bytes.starts_with(utf8_mark)) return Encoding::utf8;
+    // Without a mark the first character tells.
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("<\0"sv)) return Encoding::utf16_little;
+    if (bytes.starts_with("\xFE\xFF") || bytes.starts_with("\0<"sv)) return Encoding::utf16_big;
     const std::string declared = declared_encoding(bytes).name;
     const std::wstring name(declared.begin(), declared.end());
     const auto is = [&](std::wstring_view known) {
         return automation::equal_ignoring_case(name, known);
     };
-    if (name.empty() || is(L"UTF-8")) return checked_utf8(path, std::move(bytes));
-    if (is(L"windows-1252")) return from_windows_1252(path, bytes);
-    if (is(L"ISO-8859-1")) return from_latin_1(bytes);
-    fail_in_file(path, 1,
-                 is(L"UTF-16") ? L"the file is not encoded in UTF-16, as it says"
-                               : L"the encoding \"" + name +
-                                     L"\" is not read: UTF-8, UTF-16, windows-1252 and "
-                                     L"ISO-8859-1 are");
+    if (name.empty() || is(L"UTF-8")) return Encoding::utf8;
+    if (is(L"windows-1252")) return Encoding::windows_1252;
+    if (is(L"ISO-8859-1")) return Encoding::latin_1;
+    return {};
 }
-
-std::string decoded(const std::wstring& path, std::string&& bytes) {
-    using namespace std::string_view_literals;
-    if (bytes.starts_with("\xEF\xBB\xBF")) return checked_utf8(path, bytes.substr(3));
-    const std::string_view all = bytes;
-    if (all.starts_with("\xFF\xFE")) return from_utf16(path, all.substr(2), false);
-    if (all.starts_with("\xFE\xFF")) return from_utf16(path, all.substr(2), true);
-    // Without a mark the first character tells.
-    if (all.starts_with("<\0"sv)) return from_utf16(path, all, false);
-    if (all.starts_with("\0<"sv)) return from_utf16(path, all, true);
-    return from_declared(path, std::move(bytes));
-}
-
-}  // namespace
 
 std::string utf8_text(const std::wstring& path, std::string bytes) {
     std::string text = decoded(path, std::move(bytes));

@@ -97,19 +97,19 @@ void load_rights(LoadContext& context, const Node& node, Element& element) {
     element.rights[login] = node.number(L"mask");
 }
 
-void append(Element& parent, std::unique_ptr<Element> child, const Node& node) {
+void append(LoadContext& context, Element& parent, std::unique_ptr<Element> child,
+            const Node& node) {
     child->parent = &parent;
     child->project = parent.project;
     child->name = node.text(L"name");
     check_name(node, child->name);
-    const auto has_the_name = [&](const auto& other) { return other->name == child->name; };
-    if (std::any_of(parent.children.begin(), parent.children.end(), has_the_name))
+    if (!context.names[&parent].insert(child->name).second)
         node.fail(L"there is a second object \"" + path_of(*child) + L"\"");
     parent.children.push_back(std::move(child));
 }
 
 Element& load_object(LoadContext& context, const Node& node, Element& parent) {
-    append(parent, std::make_unique<Element>(context.model, ElementKind::object), node);
+    append(context, parent, std::make_unique<Element>(context.model, ElementKind::object), node);
     Element& element = *parent.children.back();
     element.system_type = system_type_named(context.model, node, node.text(L"type"));
     load_element(context, node, element);
@@ -158,7 +158,7 @@ void load_entry(LoadContext& context, const Node& node, Document& document) {
 }
 
 void load_document(LoadContext& context, const Node& node, Element& parent) {
-    append(parent, std::make_unique<Document>(context.model), node);
+    append(context, parent, std::make_unique<Document>(context.model), node);
     auto& document = static_cast<Document&>(*parent.children.back());
     document.system_type = kstDocument;
     const bool holds_query = node.find(L"query").has_value();

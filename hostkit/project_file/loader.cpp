@@ -38,10 +38,16 @@ void load_root(LoadContext& context, const Node& root) {
 }  // namespace
 
 std::shared_ptr<Model> load(const std::wstring& path) {
-    const XmlElement root = read_xml_file(path);
+    ProjectSource source{path, read_file(path)};
+    const XmlElement root = read_xml(path, source.bytes);
+    return load(std::move(source), root);
+}
+
+std::shared_ptr<Model> load(ProjectSource source, const XmlElement& root) {
     auto model = std::make_shared<Model>();
     LoadContext context{*model, {}};
-    load_root(context, Node(root, path));
+    load_root(context, Node(root, source.path));
+    model->source = std::move(source);
     return model;
 }
 

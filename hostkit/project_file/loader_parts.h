@@ -1,6 +1,8 @@
 // The parts of the loader, and what they share.
 #pragma once
 
+#include <unordered_set>
+
 #include "hostkit/model/model_data.h"
 #include "hostkit/project_file/loader_node.h"
 
@@ -10,6 +12,8 @@ struct LoadContext {
     Model& model;
     // What refers to objects is read when all objects are there.
     std::vector<std::function<void()>> later;
+    // Of the objects directly below each: looked up for every one that comes.
+    std::unordered_map<const Element*, std::unordered_set<std::wstring>> names = {};
 };
 
 // ---- Catalogues (load_catalogues.cpp) --------------------------------------------------------

@@ -7,6 +7,7 @@
 #include "automation/error.h"
 #include "automation/file_handle.h"
 #include "hostkit/project_file/file_text.h"
+#include "hostkit/project_file/text_blocks.h"
 #include "hostkit/project_file/white_space_references.h"
 
 namespace hostkit::project_file {
@@ -43,28 +44,6 @@ constexpr KnownProblem known_problems[] = {
     fail_in_file(path, line, std::wstring(L"this is not well-formed XML (") + number + L")");
 }
 
-std::string read_file(const std::wstring& path) {
-    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                                  nullptr, OPEN_EXISTING, 0, nullptr));
-    if (!file.is_open())
-        automation::fail(HRESULT_FROM_WIN32(GetLastError()),
-                         L"The file \"" + path + L"\" cannot be opened");
-    std::string bytes;
-    char block[16384];
-    DWORD got = 0;
-    while (ReadFile(file.get(), block, sizeof block, &got, nullptr) && got > 0)
-        bytes.append(block, got);
-    return bytes;
-}
-
-ComPtr<IStream> stream_of(const std::string& bytes) {
-    ComPtr<IStream> stream;
-    check(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()));
-    check(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr));
-    check(stream->Seek({}, STREAM_SEEK_SET, nullptr));
-    return stream;
-}
-
 // The parser's one function is looked up by name, because not every tool chain has its import
 // library.
 ComPtr<IXmlReader> create_reader() {
@@ -85,12 +64,20 @@ constexpr std::size_t max_depth = 1000;
 
 class TreeBuilder {
   public:
-    TreeBuilder(const std::wstring& path, const std::string& bytes)
-        : path_(path), stream_(stream_of(bytes)), reader_(create_reader()) {
+    TreeBuilder(const std::wstring& path, std::string text)
+        : path_(path),
+          stream_(make_text_blocks(std::move(text), is_stuck_)),
+          reader_(create_reader()) {
         check(reader_->SetInput(stream_.get()));
     }
 
-    XmlElement build() {
+    XmlElement build() try { return build_tree(); } catch (const automation::Error&) {
+        if (!is_stuck_) throw;
+        fail_in_file(path_, line(), L"thousands of characters stand in a row that are no ASCII");
+    }
+
+  private:
+    XmlElement build_tree() {
         XmlNodeType type{};
         HRESULT code;
         while ((code = reader_->Read(&type)) == S_OK) {
@@ -104,7 +91,6 @@ class TreeBuilder {
         return std::move(document_.children.front());
     }
 
-  private:
     void take(XmlNodeType type) {
         switch (type) {
             case XmlNodeType_Element:
@@ -148,6 +134,7 @@ class TreeBuilder {
         XmlElement element;
         element.name = name();
         element.line = line();
+        element.number = count_++;
         read_attributes(element);
         XmlElement& parent = open_.empty() ? document_ : *open_.back();
         parent.children.push_back(std::move(element));
@@ -189,10 +176,12 @@ class TreeBuilder {
     }
 
     const std::wstring& path_;
-    ComPtr<IStream> stream_;
+    bool is_stuck_ = false;
+    ComPtr<ISequentialStream> stream_;
     ComPtr<IXmlReader> reader_;
     XmlElement document_;
     std::vector<XmlElement*> open_;
+    std::size_t count_ = 0;                // of start tags
     XmlNodeType type_ = XmlNodeType_None;  // of the node that was read last
     std::pair<UINT, UINT> position_;       // its line and column
 };
@@ -205,8 +194,21 @@ void fail_in_file(const std::wstring& path, unsigned line, std::wstring_view pro
     automation::fail(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), text.append(L": ").append(problem));
 }
 
-XmlElement read_xml_file(const std::wstring& path) {
-    const std::string bytes = read_file(path);
+std::string read_file(const std::wstring& path) {
+    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                                  nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!file.is_open())
+        automation::fail(HRESULT_FROM_WIN32(GetLastError()),
+                         L"The file \"" + path + L"\" cannot be opened");
+    std::string bytes;
+    char block[16384];
+    DWORD got = 0;
+    while (ReadFile(file.get(), block, sizeof block, &got, nullptr) && got > 0)
+        bytes.append(block, got);
+    return bytes;
+}
+
+XmlElement read_xml(const std::wstring& path, const std::string& bytes) {
     if (bytes.empty()) fail_in_file(path, 0, L"the file is empty");
     return TreeBuilder(path, hide_white_space_references(utf8_text(path, bytes))).build();
 }

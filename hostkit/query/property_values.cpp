@@ -1,9 +1,8 @@
 #include "hostkit/query/property_values.h"
 
 #include "automation/conversion.h"
-#include "automation/error.h"
-#include "host/known_properties.h"
 #include "hostkit/model/model_functions.h"
+#include "hostkit/query/property_target.h"
 #include "kelos.h"
 
 namespace hostkit {
@@ -11,41 +10,6 @@ namespace {
 
 using automation::Bstr;
 using automation::Variant;
-
-// The parts of a parameter text that the property takes, parted by ";": a language and an index
-// where it takes them, and for objects that are no attributes the attribute's full name.
-struct Parameter {
-    long language = 0;
-    long index = 1;
-    std::wstring_view attribute;
-};
-
-Parameter read_parameter(const kelos::KnownProperty& property, std::wstring_view text) {
-    Parameter parameter;
-    bool wants_language = property.takes_language;
-    bool wants_index = property.takes_index;
-    for (const std::wstring_view part : split(text, L';')) {
-        long number = 0;
-        if (!read_number(part, number)) {
-            parameter.attribute = trimmed(part);
-        } else if (wants_language) {
-            parameter.language = number;
-            wants_language = false;
-        } else if (wants_index) {
-            parameter.index = number;
-            wants_index = false;
-        }
-    }
-    return parameter;
-}
-
-// A language asked for by number goes before the one of the column.
-std::size_t language_of(const Element& element, const Parameter& parameter, long lcid) {
-    const auto count = static_cast<long>(element.model.languages.size());
-    if (parameter.language >= 1 && parameter.language <= count)
-        return static_cast<std::size_t>(parameter.language) - 1;
-    return language_for(element, lcid);
-}
 
 std::wstring text_property(const Element& element, long constant, std::size_t language) {
     switch (constant) {
@@ -87,15 +51,6 @@ std::wstring text_property(const Element& element, long constant, std::size_t la
     }
 }
 
-const Unit* wanted_unit(const Attribute& attribute, const std::wstring& text) {
-    const Unit* const own = attribute.type.unit;
-    if (!own || text.empty()) return own;
-    if (const Unit* const unit = own->group->find(text)) return unit;
-    automation::fail(E_INVALIDARG, L"The unit \"" + text + L"\" does not suit \"" +
-                                       path_of(attribute) + L"\", which is in \"" + own->text +
-                                       L"\"");
-}
-
 Variant in_unit(const Attribute& attribute, Variant value, const Unit* unit) {
     const bool is_number = value.vt == VT_R8 || value.vt == VT_I4;
     if (!is_number || unit == attribute.type.unit) return value;
@@ -126,12 +81,13 @@ void add_list(PropertyValues& result, const ValueList& list, const Variant& curr
     result.presentation = list.presentation;
 }
 
-PropertyValues read_values(const Attribute& attribute, const ColumnSettings& settings,
-                           const Parameter& parameter, std::size_t language) {
+PropertyValues read_values(const ColumnSettings& settings, const PropertyTarget& target) {
+    const Attribute& attribute = *target.attribute;
+    const std::size_t language = target.language;
     PropertyValues result;
     result.unit = wanted_unit(attribute, settings.unit);
     Variant value =
-        in_unit(attribute, current_value(attribute, settings.constant, parameter.index, language),
+        in_unit(attribute, current_value(attribute, settings.constant, target.index, language),
                 result.unit);
     if (value.vt != VT_EMPTY) {
         Variant display = display_of(attribute, value, settings.constant, language, result.unit);
@@ -144,22 +100,16 @@ PropertyValues read_values(const Attribute& attribute, const ColumnSettings& set
 }  // namespace
 
 std::optional<PropertyValues> read_property(Element& element, const ColumnSettings& settings) {
-    const auto* const property = kelos::find_property(settings.constant);
-    if (!property) return {};
-    const Parameter parameter = read_parameter(*property, settings.parameter);
-    const std::size_t language = language_of(element, parameter, settings.lcid);
+    const auto target = property_target(element, settings);
+    if (!target) return {};
     PropertyValues result;
-    if (property->of_attribute) {
-        const Attribute* const attribute = element.kind == ElementKind::attribute
-                                               ? static_cast<const Attribute*>(&element)
-                                               : find_attribute(element, parameter.attribute);
-        if (!attribute) return {};
-        result = read_values(*attribute, settings, parameter, language);
+    if (target->attribute) {
+        result = read_values(settings, *target);
     } else {
-        const Variant text(text_property(element, settings.constant, language));
+        const Variant text(text_property(element, settings.constant, target->language));
         result.entries.push_back({text, text});
     }
-    result.lcid = element.model.languages[language].lcid;
+    result.lcid = element.model.languages[target->language].lcid;
     return result;
 }
 

@@ -55,6 +55,42 @@ TEST_CASE("an export takes all of its options in any order") {
     CHECK(full.window);
 }
 
+TEST_CASE("workbooks are told by their names, and a template needs one to go to") {
+    const Arguments made =
+        parsed({L"spreadsheet", L"c.xml", L"--out", L"W.XLSX", L"--template=t.xlsx"});
+    CHECK(made.command == Command::spreadsheet);
+    CHECK(made.template_file == L"t.xlsx");
+    CHECK(problem({L"spreadsheet", L"c.xml"}) == L"spreadsheet: \"--out\" is missing");
+    for (const wchar_t* name : {L"w.xls", L".xlsx", L"xlsx"})
+        CHECK(mentions(problem({L"spreadsheet", L"c.xml", L"--out", name}),
+                       L"no name of a workbook"));
+    CHECK(problem({L"export", L"p.xml", L"--template", L"t.xlsx"}) ==
+          L"export: \"--out\" is missing");
+    CHECK(mentions(problem({L"export", L"p.xml", L"--template", L"t.xlsx", L"--out", L"c.xml"}),
+                   L"must end in \".xlsx\""));
+}
+
+TEST_CASE("commands on content documents take what they need") {
+    const Arguments check = parsed({L"check", L"c.xml", L"--project", L"p.xml", L"--json"});
+    CHECK(check.project == L"p.xml");
+    CHECK(check.json);
+    const Arguments diff = parsed({L"diff", L"old.xml", L"new.xml"});
+    CHECK(diff.input == L"old.xml");
+    CHECK(diff.second_input == L"new.xml");
+    const Arguments preview = parsed({L"preview", L"c.xml", L"--against=o.xml", L"--out=p.html"});
+    CHECK(preview.against == L"o.xml");
+    CHECK(problem({L"preview", L"c.xml"}) == L"preview: \"--out\" is missing");
+    CHECK(problem({L"diff", L"c.xml"}) == L"diff: the new content document is missing");
+    CHECK(mentions(problem({L"diff", L"a", L"b", L"c"}), L"one argument too many"));
+    CHECK(mentions(problem({L"check", L"c.xml", L"--out", L"x"}), L"there is no option"));
+    const Arguments import =
+        parsed({L"import", L"w.xlsx", L"--project=p.xml", L"--apply", L"--prefer", L"sheet"});
+    CHECK(import.command == Command::import_workbook);
+    CHECK(import.project == L"p.xml");
+    CHECK(import.apply);
+    CHECK(import.prefer == cli::Preference::sheet);
+}
+
 TEST_CASE("a query knows its four formats") {
     const struct {
         const wchar_t* name;
@@ -97,7 +133,9 @@ TEST_CASE("what is wrong is named") {
         const wchar_t* named;
     } cases[] = {
         {{}, L"no command"},
-        {{L"import", L"p"}, L"\"import\""},
+        {{L"transport", L"p"}, L"\"transport\""},
+        {{L"import", L"w"}, L"\"--project\" is missing"},
+        {{L"import", L"w", L"--project", L"p", L"--prefer", L"me"}, L"\"me\""},
         {{L"export"}, L"project file is missing"},
         {{L"export", L""}, L"project file has no name"},
         {{L"decode"}, L"file to decode is missing"},

@@ -100,6 +100,37 @@ check_ended_with 1
 check_told '^tessera: broken off; '
 tail -c 18 rows.xml | tr -d '\0' | grep -q '</Rows>' || fail "the document has no end"
 
+echo "a page that is stopped leaves what was there"
+awk 'BEGIN {
+    print "<Contents Version=\"1\">"
+    for (i = 1; i <= 40000; ++i)
+        printf "<Content Version=\"1\"><Document Version=\"1\"><Pointer Type=\"String\"" \
+            " Data=\"S!A%d\"/></Document></Content>", i
+    print "</Contents>" }' >many.xml
+echo before >page.html
+start preview many.xml --out page.html
+wait_until is_begun
+kill -INT "$pid"
+check_ended_with 1
+check_told '^tessera: stopped; nothing was written$'
+[ "$(cat page.html)" = before ] || fail "the page that was there is changed"
+
+echo "a workbook that is not complete is none"
+{
+    echo '<?xml version="1.0" encoding="UTF-8"?><Contents Version="1">'
+    for sheet in First Second; do
+        seq -f "<Content><Value><KelosValue Type='Long' Data='1'/></Value><Document><Pointer \
+Type='String' Data='$sheet!A%.0f'/></Document></Content>" 30000
+    done
+    echo '</Contents>'
+} >content-of-two.xml
+start spreadsheet content-of-two.xml --out book.xlsx
+wait_until is_begun
+kill -INT "$pid"
+check_ended_with 1
+check_told '^tessera: stopped; nothing was written$'
+[ -e book.xlsx ] && fail "a workbook was written"
+
 echo "a file that was there stays when the program is killed before it is done"
 cp rows.xml before.xml
 start query "$project" --query Signalliste --format rows --out rows.xml
