@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "automation/call.h"
+#include "automation/text_stream.h"
 #include "cli/failure.h"
 #include "cli/package/character_references.h"
-#include "cli/package/text_stream.h"
 
 namespace cli {
 namespace {
@@ -50,7 +50,9 @@ ComPtr<IXmlReader> create_reader() {
 class Reading {
   public:
     Reading(std::string text, XmlHandler& handler)
-        : stream_(make_text_stream(std::move(text))), reader_(create_reader()), handler_(handler) {
+        : stream_(automation::make_text_stream(std::move(text))),
+          reader_(create_reader()),
+          handler_(handler) {
         check(reader_->SetInput(stream_.get()));
     }
 

@@ -6,8 +6,8 @@
 
 #include "automation/error.h"
 #include "automation/file_handle.h"
+#include "automation/text_stream.h"
 #include "hostkit/project_file/file_text.h"
-#include "hostkit/project_file/text_blocks.h"
 #include "hostkit/project_file/white_space_references.h"
 
 namespace hostkit::project_file {
@@ -66,18 +66,12 @@ class TreeBuilder {
   public:
     TreeBuilder(const std::wstring& path, std::string text)
         : path_(path),
-          stream_(make_text_blocks(std::move(text), is_stuck_)),
+          stream_(automation::make_text_stream(std::move(text))),
           reader_(create_reader()) {
         check(reader_->SetInput(stream_.get()));
     }
 
-    XmlElement build() try { return build_tree(); } catch (const automation::Error&) {
-        if (!is_stuck_) throw;
-        fail_in_file(path_, line(), L"thousands of characters stand in a row that are no ASCII");
-    }
-
-  private:
-    XmlElement build_tree() {
+    XmlElement build() {
         XmlNodeType type{};
         HRESULT code;
         while ((code = reader_->Read(&type)) == S_OK) {
@@ -91,6 +85,7 @@ class TreeBuilder {
         return std::move(document_.children.front());
     }
 
+  private:
     void take(XmlNodeType type) {
         switch (type) {
             case XmlNodeType_Element:
@@ -176,7 +171,6 @@ class TreeBuilder {
     }
 
     const std::wstring& path_;
-    bool is_stuck_ = false;
     ComPtr<ISequentialStream> stream_;
     ComPtr<IXmlReader> reader_;
     XmlElement document_;

@@ -54,11 +54,6 @@ TEST_CASE_FIXTURE(ComFixture, "a malformed file is refused with its line") {
     }
     CHECK(problem_of(std::string("<a>\n\n<b c='\0'/></a>", 18)) ==
           L", line 3: there is a null character");
-
-    std::string text = "<a b='";
-    for (int i = 0; i < 4000; ++i)
-        text += "\xE4\xB8\xAD";
-    CHECK(problem_of(text + "'/>").find(L"thousands of characters") != std::wstring::npos);
 }
 
 TEST_CASE_FIXTURE(ComFixture,
@@ -267,9 +262,10 @@ TEST_CASE_FIXTURE(ComFixture, "a file is read in the encoding that its mark or d
 
 TEST_CASE("no text changes wherever the parser cuts the file into blocks") {
     std::string objects;
+    const auto letters = [](int i) { return i == 1000 ? 20000 : i % 7; };
     for (int i = 0; i < 2000; ++i) {
         std::string text = "a";
-        for (int letter = 0; letter <= i % 7; ++letter)
+        for (int letter = 0; letter <= letters(i); ++letter)
             text += letter % 3 == 2 ? "\xF0\x9F\x98\x80" : "\xC3\xA4\xE2\x82\xAC";
         objects +=
             "<object type='pump' name='P" + std::to_string(i) + "' description='" + text + "'/>";
@@ -278,7 +274,7 @@ TEST_CASE("no text changes wherever the parser cuts the file into blocks") {
                                  "</project>");
     for (int i = 0; i < 2000; ++i) {
         std::wstring text = L"a";
-        for (int letter = 0; letter <= i % 7; ++letter)
+        for (int letter = 0; letter <= letters(i); ++letter)
             text += letter % 3 == 2 ? L"\xD83D\xDE00" : L"\xE4\x20AC";
         const auto object = project.object((L"P" + std::to_wstring(i)).c_str());
         REQUIRE(get(object.as<IHostKitObject>(), &IHostKitObject::get_Description).str() == text);

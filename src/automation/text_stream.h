@@ -5,10 +5,10 @@
 
 #include "automation/com_ptr.h"
 
-namespace cli {
+namespace automation {
 
 // Wine's reader loses its place when a block ends with a character that is no ASCII, and texts come
 // out changed: blocks end with ASCII, and long runs of other characters have references in them.
-automation::ComPtr<ISequentialStream> make_text_stream(std::string text);
+ComPtr<ISequentialStream> make_text_stream(std::string text);
 
-}  // namespace cli
+}  // namespace automation

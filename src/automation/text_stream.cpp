@@ -1,4 +1,4 @@
-#include "cli/package/text_stream.h"
+#include "automation/text_stream.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,7 +7,7 @@
 
 #include "automation/plain_object.h"
 
-namespace cli {
+namespace automation {
 namespace {
 
 constexpr bool is_ascii(char byte) noexcept {
@@ -63,7 +63,7 @@ bool is_utf16(std::string_view text) noexcept {
     return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
 
-class TextStream : public automation::PlainObject<ISequentialStream> {
+class TextStream : public PlainObject<ISequentialStream> {
   public:
     explicit TextStream(std::string text)
         : is_utf16_(is_utf16(text)),
@@ -89,8 +89,8 @@ class TextStream : public automation::PlainObject<ISequentialStream> {
 
 }  // namespace
 
-automation::ComPtr<ISequentialStream> make_text_stream(std::string text) {
-    return automation::make_plain<TextStream>(std::move(text));
+ComPtr<ISequentialStream> make_text_stream(std::string text) {
+    return make_plain<TextStream>(std::move(text));
 }
 
-}  // namespace cli
+}  // namespace automation
