@@ -30,7 +30,10 @@ struct Figures {
     std::string unit = "us";
     bool as_difference = false;
 
-    double value() const { return as_difference ? component - baseline : component / baseline; }
+    double value() const {
+        if (as_difference) return component - baseline;
+        return baseline > 0 ? component / baseline : 0;
+    }
 };
 
 // Both answer the seconds that they took, so that what prepares them does not count; `times` is how

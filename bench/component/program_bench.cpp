@@ -10,6 +10,7 @@
 #include <stdexcept>
 
 #include "automation/dom.h"
+#include "automation/file_handle.h"
 #include "automation/module.h"
 #include "bench/component/measure.h"
 #include "bench/component/project.h"
@@ -37,13 +38,19 @@ double watch_memory(HANDLE process) {
 }
 
 ProcessCost run_process(std::wstring command) {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    const automation::FileHandle nowhere(CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_WRITE,
+                                                     &inherited, OPEN_EXISTING, 0, nullptr));
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = nowhere.get();
+    startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
     PROCESS_INFORMATION process{};
     ProcessCost cost;
     DWORD code = 0;
     cost.seconds = seconds([&] {
-        if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+        if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                             &startup, &process))
             throw std::runtime_error("the program does not start");
         cost.megabytes = watch_memory(process.hProcess);
