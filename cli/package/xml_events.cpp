@@ -1,13 +1,10 @@
 #include "cli/package/xml_events.h"
 
-#include "automation/windows_headers.h"
-
-#include <xmllite.h>
-
 #include <utility>
 
 #include "automation/call.h"
 #include "automation/text_stream.h"
+#include "automation/xml_reader.h"
 #include "cli/failure.h"
 #include "cli/package/character_references.h"
 
@@ -32,26 +29,11 @@ std::wstring value_of(IXmlReader& reader) {
     return text;
 }
 
-// The parser's one function is looked up by name, because not every tool chain has its import
-// library.
-ComPtr<IXmlReader> create_reader() {
-    const HMODULE parser = LoadLibraryExW(L"xmllite.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-    if (!parser) automation::fail(HRESULT_FROM_WIN32(GetLastError()));
-    const auto found = reinterpret_cast<void (*)()>(GetProcAddress(parser, "CreateXmlReader"));
-    if (!found) automation::fail(HRESULT_FROM_WIN32(GetLastError()));
-    ComPtr<IXmlReader> reader;
-    check(reinterpret_cast<decltype(&CreateXmlReader)>(found)(
-        __uuidof(IXmlReader), reinterpret_cast<void**>(reader.put()), nullptr));
-    check(reader->SetProperty(XmlReaderProperty_MaxElementDepth, 0));
-    check(reader->SetProperty(XmlReaderProperty_DtdProcessing, DtdProcessing_Prohibit));
-    return reader;
-}
-
 class Reading {
   public:
     Reading(std::string text, XmlHandler& handler)
         : stream_(automation::make_text_stream(std::move(text))),
-          reader_(create_reader()),
+          reader_(automation::create_xml_reader()),
           handler_(handler) {
         check(reader_->SetInput(stream_.get()));
     }

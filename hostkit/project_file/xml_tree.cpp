@@ -1,12 +1,11 @@
 #include "hostkit/project_file/xml_tree.h"
 
-#include <xmllite.h>
-
 #include <utility>
 
 #include "automation/error.h"
 #include "automation/file_handle.h"
 #include "automation/text_stream.h"
+#include "automation/xml_reader.h"
 #include "hostkit/project_file/file_text.h"
 #include "hostkit/project_file/white_space_references.h"
 
@@ -44,21 +43,6 @@ constexpr KnownProblem known_problems[] = {
     fail_in_file(path, line, std::wstring(L"this is not well-formed XML (") + number + L")");
 }
 
-// The parser's one function is looked up by name, because not every tool chain has its import
-// library.
-ComPtr<IXmlReader> create_reader() {
-    const HMODULE parser = LoadLibraryExW(L"xmllite.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
-    if (!parser) automation::fail(HRESULT_FROM_WIN32(GetLastError()));
-    const auto found = reinterpret_cast<void (*)()>(GetProcAddress(parser, "CreateXmlReader"));
-    if (!found) automation::fail(HRESULT_FROM_WIN32(GetLastError()));
-    ComPtr<IXmlReader> reader;
-    check(reinterpret_cast<decltype(&CreateXmlReader)>(found)(
-        __uuidof(IXmlReader), reinterpret_cast<void**>(reader.put()), nullptr));
-    check(reader->SetProperty(XmlReaderProperty_MaxElementDepth, 0));
-    check(reader->SetProperty(XmlReaderProperty_DtdProcessing, DtdProcessing_Prohibit));
-    return reader;
-}
-
 // Whoever walks the tree calls itself once per level: far deeper files would exhaust the stack.
 constexpr std::size_t max_depth = 1000;
 
@@ -67,7 +51,7 @@ class TreeBuilder {
     TreeBuilder(const std::wstring& path, std::string text)
         : path_(path),
           stream_(automation::make_text_stream(std::move(text))),
-          reader_(create_reader()) {
+          reader_(automation::create_xml_reader()) {
         check(reader_->SetInput(stream_.get()));
     }
 
