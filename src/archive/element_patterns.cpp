@@ -7,8 +7,6 @@
 namespace tessera {
 
 using automation::get;
-using namespace automation::literals;
-
 namespace {
 
 // A run over a mapping table has a handful of shapes; the long ones are lists of values.
@@ -131,22 +129,15 @@ ElementPatterns::Pattern* ElementPatterns::find(const Draft& draft) {
 
 dom::Element ElementPatterns::cloned(Draft& draft, Pattern& pattern) {
     if (!pattern.element) {
-        ArchiveNode owner(root());
+        // In a document of its own, which goes with it: parsers keep the nodes of a document until
+        // its end.
+        ArchiveNode owner(dom::create_document());
         pattern.draft = draft;
         pattern.element = make(draft, owner);
     }
     const auto clone = get(pattern.element, &IXMLDOMNode::cloneNode, VARIANT_TRUE);
     Differences(draft, pattern.draft).put_into(clone);
     return clone.as<IXMLDOMElement>();
-}
-
-// Of a document of their own.
-dom::Node ElementPatterns::root() {
-    if (root_) return root_;
-    const dom::Document document = dom::create_document();
-    const dom::Element element = dom::create_element(document, L"Patterns"_bstr);
-    dom::append(document, element);
-    return root_ = element;
 }
 
 Draft ElementPatterns::take_draft() noexcept {

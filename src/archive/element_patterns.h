@@ -29,10 +29,8 @@ class ElementPatterns {
     dom::Element cloned_below(Draft& draft, const ArchiveNode& parent) noexcept;
     Pattern* find(const Draft& draft);
     dom::Element cloned(Draft& draft, Pattern& pattern);
-    dom::Node root();
 
     std::vector<Pattern> patterns_;  // the one that was used last comes first
-    dom::Node root_;
     Draft spare_;
     bool parser_refuses_clones_ = false;
 };

@@ -3,6 +3,7 @@
 #include "archive/element_patterns.h"
 #include "content/tessera_content.h"
 #include "support/com_fixture.h"
+#include "support/heap.h"
 
 using automation::Bstr;
 using automation::get;
@@ -102,6 +103,20 @@ TEST_CASE_FIXTURE(test::ComFixture, "cloned elements are what would have been ma
         });
     }
     CHECK(error_count() == 0);
+}
+
+TEST_CASE_FIXTURE(test::ComFixture, "shapes that come and go leave no pattern behind") {
+    const auto write_all_shapes = [] {
+        const dom::Document document = document_of_class(L"Msxml2.DOMDocument");
+        const dom::Node owner = element_of(document);
+        for (const int kind : kinds)
+            content_of(kind, 1)->write_below(owner);
+    };
+    write_all_shapes();
+    const std::size_t before = test::busy_bytes();
+    for (int round = 0; round < 5; ++round)
+        write_all_shapes();
+    CHECK(test::busy_bytes() < before + 4096);
 }
 
 TEST_CASE_FIXTURE(test::ComFixture, "an owner that takes no elements stays as it is") {
