@@ -54,7 +54,7 @@ void Draft::clear() noexcept {
 }
 
 BstrView Draft::text(const Attribute& attribute) const noexcept {
-    return BstrView(&texts_[attribute.text]);
+    return BstrView::laid_out(&texts_[attribute.text]);
 }
 
 Draft::Index Draft::find_element(Index first, BstrView name) const noexcept {

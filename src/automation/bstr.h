@@ -22,11 +22,11 @@ inline std::wstring_view as_wide(std::u16string_view text) noexcept {
     return {reinterpret_cast<const wchar_t*>(text.data()), text.size()};
 }
 // A null BSTR is the empty text. The size in bytes stands before the characters.
-inline std::wstring_view view_of(const wchar_t* automation_string) noexcept {
-    if (!automation_string) return {};
+inline std::wstring_view view_of(BSTR text) noexcept {
+    if (!text) return {};
     std::uint32_t size;
-    std::memcpy(&size, reinterpret_cast<const char*>(automation_string) - sizeof size, sizeof size);
-    return {automation_string, size / sizeof(wchar_t)};
+    std::memcpy(&size, reinterpret_cast<const char*>(text) - sizeof size, sizeof size);
+    return {text, size / sizeof(wchar_t)};
 }
 
 // Owns one BSTR; null stands for the empty text. Allocation failure throws std::bad_alloc.

@@ -26,23 +26,26 @@ struct BstrConstant {
 class BstrView {
   public:
     constexpr BstrView() noexcept = default;
-    constexpr explicit BstrView(const wchar_t* automation_string) noexcept
-        : text_(automation_string) {}
+    constexpr explicit BstrView(BSTR text) noexcept : text_(text) {}
+    // Of characters that are laid out as an automation string: their size stands before them.
+    static constexpr BstrView laid_out(const wchar_t* characters) noexcept {
+        return BstrView(const_cast<BSTR>(characters));
+    }
     BstrView(const Bstr& text) noexcept : text_(text.get()) {}
 
-    BSTR get() const noexcept { return const_cast<BSTR>(text_); }
+    BSTR get() const noexcept { return text_; }
     std::wstring_view view() const noexcept { return view_of(text_); }
     bool empty() const noexcept { return view().empty(); }
 
   private:
-    const wchar_t* text_ = nullptr;
+    BSTR text_ = nullptr;
 };
 
 inline namespace literals {
 
 template <BstrConstant constant>
 constexpr BstrView operator""_bstr() noexcept {
-    return BstrView(constant.characters);
+    return BstrView::laid_out(constant.characters);
 }
 
 }  // namespace literals
@@ -54,7 +57,7 @@ class NumberText {
     explicit NumberText(long number) noexcept;
 
     bool empty() const noexcept { return size_ == 0; }
-    operator BstrView() const noexcept { return BstrView(characters_); }
+    operator BstrView() const noexcept { return BstrView::laid_out(characters_); }
 
   private:
     std::uint32_t size_ = 0;  // in bytes
