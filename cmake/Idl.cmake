@@ -7,21 +7,24 @@
 # makes an interface target that adds the header's folder and waits for both outputs. LIBRARIES are
 # the type libraries of ours that the file refers to with importlib.
 
-if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-    set(_idl_width --win64)
-    set(_midl_environment x64)
-else()
+if(TESSERA_ARCHITECTURE STREQUAL x86)
     set(_idl_width --win32)
     set(_midl_environment win32)
+else()
+    set(_idl_width --win64)
+    string(REPLACE amd64 x64 _midl_environment ${TESSERA_ARCHITECTURE})
 endif()
 
 if(MINGW)
     find_program(TESSERA_WIDL NAMES ${TESSERA_TRIPLET}-widl widl REQUIRED)
-    # The platform's own definitions (oaidl.idl and the like) and stdole2.tlb come with Wine.
-    find_path(TESSERA_IDL_INCLUDE oaidl.idl PATHS /usr/include/wine/wine/windows
+    # The platform's own definitions (oaidl.idl and the like) and stdole2.tlb come with Wine; on
+    # Windows, with the compiler and the system.
+    cmake_path(GET TESSERA_WIDL PARENT_PATH _widl_folder)
+    find_path(TESSERA_IDL_INCLUDE oaidl.idl PATHS ${_widl_folder}/../include
+              ${_widl_folder}/../x86_64-w64-mingw32/include /usr/include/wine/wine/windows
               /usr/include/wine/windows /usr/include/wine-stable/wine/windows
               NO_CMAKE_FIND_ROOT_PATH REQUIRED)
-    find_path(TESSERA_STDOLE_DIR stdole2.tlb PATHS
+    find_path(TESSERA_STDOLE_DIR stdole2.tlb PATHS $ENV{SystemRoot}/System32
               /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/wine/x86_64-windows
               NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
