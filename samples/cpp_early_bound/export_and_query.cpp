@@ -10,6 +10,7 @@
 #include <wrl/client.h>
 
 #include <cstdio>
+#include <string>
 
 #include "hostkit.h"
 #include "tessera.h"
@@ -34,9 +35,10 @@ ComPtr<Interface> create(const wchar_t* program_name) {
 }
 
 void print(const _bstr_t& text) {
-    char utf8[4096];
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, nullptr, nullptr);
-    std::printf("%s", utf8);
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    std::string utf8(size, '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), size, nullptr, nullptr);
+    std::fputs(utf8.c_str(), stdout);
 }
 
 // A failing member of the component reports to the host and returns what it has.

@@ -5,6 +5,7 @@
 //
 // Late bound: nothing of the component is needed to compile it, members are called by their names.
 #include <cstdio>
+#include <string>
 
 #include "late_object.h"
 
@@ -14,9 +15,10 @@ constexpr int ucc_default = 0;
 constexpr int ucc_state_abort = 3;
 
 void print(const _bstr_t& text) {
-    char utf8[4096];
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8, sizeof utf8, nullptr, nullptr);
-    std::printf("%s", utf8);
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    std::string utf8(size, '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), size, nullptr, nullptr);
+    std::fputs(utf8.c_str(), stdout);
 }
 
 // A failing member of the component reports to the host and returns what it has.
