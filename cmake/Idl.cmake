@@ -17,6 +17,12 @@ endif()
 
 if(MINGW)
     find_program(TESSERA_WIDL NAMES ${TESSERA_TRIPLET}-widl widl REQUIRED)
+    # A library notes when it was compiled. It is always the same moment, so that the same sources
+    # give the same bytes.
+    find_program(TESSERA_FAKETIME faketime)
+    if(TESSERA_FAKETIME)
+        set(_at_one_moment ${CMAKE_COMMAND} -E env TZ=UTC ${TESSERA_FAKETIME} -f "2026-01-01 00:00:00")
+    endif()
     # The platform's own definitions (oaidl.idl and the like) and stdole2.tlb come with Wine; on
     # Windows, with the compiler and the system.
     cmake_path(GET TESSERA_WIDL PARENT_PATH _widl_folder)
@@ -56,11 +62,13 @@ function(tessera_idl target source)
             -L${TESSERA_STDOLE_DIR} -L${_parser_library_dir}
             -L${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
         list(APPEND libraries ${_parser_library})
-        set(commands COMMAND ${widl} -h -o ${out}/${ARG_HEADER} ${source})
+        # The header names the file as it is given here; it is installed, so without this machine's path.
+        file(RELATIVE_PATH named ${PROJECT_SOURCE_DIR} ${source})
+        set(commands COMMAND ${widl} -h -o ${out}/${ARG_HEADER} ${named})
         if(ARG_TYPELIB)
             set(typelib ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${ARG_TYPELIB})
             list(APPEND outputs ${typelib})
-            list(APPEND commands COMMAND ${widl} -t -o ${typelib} ${source})
+            list(APPEND commands COMMAND ${_at_one_moment} ${widl} -t -o ${typelib} ${source})
         endif()
     else()
         list(APPEND includes -I${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
@@ -78,6 +86,7 @@ function(tessera_idl target source)
     endif()
     add_custom_command(OUTPUT ${outputs} ${commands}
                        DEPENDS ${source} ${libraries} ${ARG_DEPENDS}
+                       WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
                        COMMENT "Compiling ${source}" VERBATIM)
     add_custom_target(${target}_files DEPENDS ${outputs})
     if(TARGET parser_type_library)

@@ -59,16 +59,16 @@ cmp "$snapshots/registry.txt" tests/server/contract/registry.txt || {
     fail "tests/server/contract/registry.txt; when the change is meant, copy $bin/registry.txt there"
 }
 expect_printed "all checks hold" tests/late/script_clients.vbs "$project"
-expect_printed $'Cover!B2: Werk\nCover!B3: AB' samples/fixed_values.vbs "$project"
+expect_printed $'Cover!B2: Werk\nCover!B3: AB' samples/vbscript/fixed_values.vbs "$project"
 expect_printed $'Objekt\tInternal\tText (englisch)\tStep\tLimit
 Pumpe\tPumpe\tCentrifugal pump\t\t\n\t\t\tfill\t\n\t\t\t\t0,5\n\t\t\t\t\n\t\t\tdrain\t
 \thidden\tSouth plant\t\t\nAnlage\tAnlage\tSouth plant\t\t\n\t\t\tlast\t' \
-    samples/query_walk.vbs "$project" Plan
+    samples/vbscript/query_walk.vbs "$project" Plan
 
 # The script that README.md shows, and the lines that it promises.
-sed -n '/^```vb$/,/^```$/p' README.md | sed '1d;$d' | cmp -s - samples/content_list.vbs ||
-    fail "README.md does not show samples/content_list.vbs"
-"$wine" cscript //nologo samples/content_list.vbs | tr -d '\r' | grep -x -A 1 'Pumpen!A3  Name' |
+sed -n '/^```vb$/,/^```$/p' README.md | sed '1d;$d' | cmp -s - samples/vbscript/content_list.vbs ||
+    fail "README.md does not show samples/vbscript/content_list.vbs"
+"$wine" cscript //nologo samples/vbscript/content_list.vbs | tr -d '\r' | grep -x -A 1 'Pumpen!A3  Name' |
     grep -qx 'Pumpen!B3  Description' || fail "content_list.vbs"
 
 # The sample's own mapping table, and the mapping scripts, each by a row that only it maps.
