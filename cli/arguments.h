@@ -1,4 +1,4 @@
-// The command line: what is to be done, and the text that explains it.
+// What the command line says is to be done.
 #pragma once
 
 #include <optional>
@@ -9,8 +9,7 @@
 namespace cli {
 
 enum class Command {
-    help,
-    version,
+    text,  // only tells one: an explanation, the version
     export_document,
     query,
     decode,
@@ -25,7 +24,9 @@ enum class Preference { none, sheet, project };
 enum class QueryFormat { columns, rows, complete, strings };
 
 struct Arguments {
-    Command command = Command::help;
+    Command command = Command::text;
+    std::wstring text;                    // of the command that only tells one
+    std::wstring topic;                   // the command to explain
     std::wstring input;                   // the project file, or the file to decode
     std::wstring second_input;            // of the command that compares two
     std::optional<std::wstring> project;  // beside an input that is none
@@ -47,8 +48,6 @@ struct Arguments {
 
 // Takes the arguments that follow the program's name. Throws Failure.
 Arguments parse_arguments(std::span<const wchar_t* const> arguments);
-
-std::wstring_view help_text() noexcept;
 
 // True for a name that ends as those of workbooks do, ".xlsx" in any case.
 bool is_workbook_path(std::wstring_view path);

@@ -31,11 +31,8 @@ int with_com(int (*command)(const Arguments&, Console&), const Arguments& argume
 int run(std::span<const wchar_t* const> given, Console& console) {
     const Arguments arguments = parse_arguments(given);
     switch (arguments.command) {
-        case Command::help:
-            console.out.write(help_text());
-            break;
-        case Command::version:
-            console.out.write_line(L"tessera " TESSERA_VERSION);
+        case Command::text:
+            console.out.write(arguments.text);
             break;
         case Command::export_document:
             return with_com(run_export, arguments, console);
