@@ -5,8 +5,10 @@
 
 #include "cli/command_help.h"
 #include "cli/command_line.h"
+#include "cli/completion.h"
 #include "cli/failure.h"
 #include "cli/nearest.h"
+#include "cli/standard_path.h"
 #include "cli/wide_text.h"
 
 #ifndef TESSERA_VERSION
@@ -129,12 +131,25 @@ void check_signs(std::span<const wchar_t* const> arguments) {
 
 // Spreadsheet programs go by the name.
 std::wstring workbook_problem(const std::wstring& path) {
-    if (is_workbook_path(path)) return {};
+    if (is_workbook_path(path) || is_standard(path)) return {};
     return in_quotes(path) + L" is no name of a workbook: it must end in \".xlsx\"";
+}
+
+// Standard input comes to its end when it is read.
+std::wstring input_problem(const Arguments& arguments) {
+    const std::optional<std::wstring> read[] = {arguments.input,   arguments.second_input,
+                                                arguments.project, arguments.against,
+                                                arguments.script,  arguments.template_file};
+    if (std::ranges::count(read, std::wstring(standard_path)) > 1)
+        return L"only one file can be \"-\": standard input is read once";
+    if (arguments.apply && is_standard(*arguments.project))
+        return L"\"--apply\" needs a project file to write to; standard input is none";
+    return {};
 }
 
 // What the library does not look at: whether the values of options go together.
 std::wstring combination_problem(const Arguments& arguments) {
+    if (const std::wstring problem = input_problem(arguments); !problem.empty()) return problem;
     if (arguments.command == Command::spreadsheet || arguments.template_file)
         return workbook_problem(*arguments.out);
     if (arguments.encode && arguments.format != QueryFormat::strings)
@@ -145,6 +160,11 @@ std::wstring combination_problem(const Arguments& arguments) {
 std::wstring explanation(const CLI::App& command_line, const std::wstring& topic) {
     return wide(topic.empty() ? overview(command_line)
                               : command_help(*command_line.get_subcommand(utf8(topic))));
+}
+
+std::wstring completion(const CLI::App& command_line, Shell shell) {
+    return wide(shell == Shell::bash ? bash_completion(command_line)
+                                     : powershell_completion(command_line));
 }
 
 Arguments told(std::wstring text) {
@@ -170,11 +190,21 @@ Arguments parse_arguments(std::span<const wchar_t* const> given) {
     } catch (const CLI::ParseError& error) {
         throw Failure(Problem(*command_line).of(error));
     }
+    if ((arguments.command == Command::query || arguments.command == Command::decode) &&
+        arguments.out == standard_path)
+        arguments.out.reset();  // where they write to without it
     const std::wstring problem = combination_problem(arguments);
     if (!problem.empty()) throw Failure(Problem(*command_line).of(problem));
-    if (arguments.command == Command::text)
+    if (arguments.shell != Shell::none)
+        arguments.text = completion(*command_line, arguments.shell);
+    else if (arguments.command == Command::text)
         arguments.text = explanation(*command_line, arguments.topic);
     return arguments;
+}
+
+bool Arguments::writes_workbook() const {
+    if (!out) return false;
+    return is_workbook_path(*out) || (is_standard(*out) && template_file);
 }
 
 bool is_workbook_path(std::wstring_view path) {

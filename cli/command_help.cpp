@@ -9,7 +9,8 @@ constexpr std::size_t text_column = 22;
 
 constexpr const char* in_general = R"("tessera help COMMAND" explains a command and its options.
 "--name value" and "--name=value" mean the same; after "--" everything is a
-file name.
+file name. "-" in place of a file to read is standard input, in place of one to
+write standard output.
 
 Exit code: 0 done, 1 errors were reported, nothing came back, or diff found
 differences, 2 the command could not be run.

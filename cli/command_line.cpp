@@ -83,6 +83,14 @@ class Definition {
         return *this;
     }
 
+    // What commands on a project take besides.
+    Definition& opens_project(Arguments& arguments) {
+        return option("--language", name_value, arguments.language,
+                      "language of texts and numbers: one of the project's, by its name or its "
+                      "locale identifier")
+            .option("--user", login_value, arguments.user, "log in as this user of the project");
+    }
+
     // These are said of the option that was defined last.
     Definition& required() {
         last_->required();
@@ -128,6 +136,8 @@ class CommandLine {
         define_check();
         define_diff();
         define_preview();
+        define_list();
+        define_completion();
         define_help();
     }
 
@@ -152,10 +162,12 @@ class CommandLine {
             .excludes("--script")
             .option("--out", "FILE", arguments_.out,
                     "where to write; without it, PROJECT.DOCUMENT.content.xml in the current "
-                    "folder; with a name that ends in \".xlsx\", a workbook")
+                    "folder; with a name that ends in \".xlsx\", a workbook; \"-\" is standard "
+                    "output")
             .option("--template", "FILE", arguments_.template_file,
                     "a workbook whose cells are filled in; it stays as it is")
             .needs("--out")
+            .opens_project(arguments_)
             .flag("--quiet", arguments_.quiet, "tell only the path and the errors")
             .flag("--window", arguments_.window, "show the progress form");
     }
@@ -177,6 +189,7 @@ class CommandLine {
             .required()
             .flag("--encode", arguments_.encode, "encode each of the strings")
             .option("--out", "FILE", arguments_.out, "where to write; without it, standard output")
+            .opens_project(arguments_)
             .flag("--quiet", arguments_.quiet, "tell only the path and the errors")
             .flag("--window", arguments_.window, "show the progress form");
     }
@@ -184,7 +197,7 @@ class CommandLine {
     void define_spreadsheet() {
         command("spreadsheet", "Makes a workbook of a content document.", Command::spreadsheet)
             .operand("CONTENT", "the content document", arguments_.input)
-            .option("--out", "FILE", arguments_.out, "the workbook, \"….xlsx\"")
+            .option("--out", "FILE", arguments_.out, "the workbook, \"….xlsx\", or \"-\"")
             .required()
             .option("--template", "FILE", arguments_.template_file,
                     "a workbook whose cells are filled in; it stays as it is")
@@ -205,6 +218,7 @@ class CommandLine {
                   "write it; the project file that was there is kept as PROJECT.bak")
             .choice("--prefer", sides, arguments_.prefer,
                     "what to take when a value was changed on both sides")
+            .opens_project(arguments_)
             .flag("--json", arguments_.json, "the report for programs")
             .flag("--quiet", arguments_.quiet, "tell only the errors, the counts and the path");
     }
@@ -241,9 +255,24 @@ class CommandLine {
             .operand("CONTENT", "the content document", arguments_.input)
             .option("--against", "FILE", arguments_.against,
                     "mark what has changed since this content document")
-            .option("--out", "FILE", arguments_.out, "the page")
+            .option("--out", "FILE", arguments_.out, "the page, or \"-\"")
             .required()
             .flag("--quiet", arguments_.quiet, "tell only the path");
+    }
+
+    void define_list() {
+        command("list", "Lists the documents, queries and languages of a project.", Command::list)
+            .operand("PROJECT", "the project file", arguments_.input)
+            .opens_project(arguments_)
+            .flag("--json", arguments_.json, "the list for programs");
+    }
+
+    void define_completion() {
+        const Names<Shell> shells{{"bash", Shell::bash}, {"powershell", Shell::powershell}};
+        command("completion", "Writes a script that completes commands and options in a shell.",
+                Command::text)
+            .choice("SHELL", shells, arguments_.shell, "the shell")
+            .required();
     }
 
     // Last of all: it knows the names of the others.

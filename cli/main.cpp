@@ -34,6 +34,8 @@ int run(std::span<const wchar_t* const> given, Console& console) {
         case Command::text:
             console.out.write(arguments.text);
             break;
+        case Command::list:
+            return with_com(run_list, arguments, console);
         case Command::export_document:
             return with_com(run_export, arguments, console);
         case Command::query:

@@ -4,6 +4,7 @@
 
 #include "cli/console.h"
 #include "cli/failure.h"
+#include "cli/standard_path.h"
 
 namespace cli {
 namespace {
@@ -44,6 +45,12 @@ OutputFile::~OutputFile() {
 // What is there must be writable now, not only when there is a result to lose. Where it is no file
 // ("NUL", a pipe), it takes the result itself.
 HANDLE OutputFile::open() {
+    if (is_standard(path_)) {
+        if (!ConsoleStream(STD_OUTPUT_HANDLE).is_terminal()) return INVALID_HANDLE_VALUE;
+        throw Failure(
+            L"standard output is a terminal, which shows no such file; lead it to a file or a "
+            L"program, or name a file with \"--out\"");
+    }
     const HANDLE there = CreateFileW(path_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (there != INVALID_HANDLE_VALUE) {
@@ -59,16 +66,24 @@ HANDLE OutputFile::open() {
 }
 
 void OutputFile::write(std::string_view bytes) {
+    if (is_standard(path_))
+        for_standard_output_ += bytes;
+    else
+        write_to(file_.get(), bytes);
+}
+
+void OutputFile::write_to(HANDLE file, std::string_view bytes) const {
     constexpr std::size_t bytes_at_once = 1 << 20;
     while (!bytes.empty()) {
         const auto part = static_cast<DWORD>(std::min(bytes.size(), bytes_at_once));
         DWORD written = 0;
-        if (!WriteFile(file_.get(), bytes.data(), part, &written, nullptr)) fail();
+        if (!WriteFile(file, bytes.data(), part, &written, nullptr)) fail();
         bytes.remove_prefix(written);
     }
 }
 
 void OutputFile::finish() {
+    if (is_standard(path_)) return write_to(GetStdHandle(STD_OUTPUT_HANDLE), for_standard_output_);
     if (temporary_.empty()) return file_.close();
     if (!FlushFileBuffers(file_.get())) fail();
     let_vanish(file_.get(), false);
@@ -78,7 +93,9 @@ void OutputFile::finish() {
 }
 
 void OutputFile::fail() const {
-    throw Failure(L"\"" + path_ + L"\" cannot be written: " + reason_of(GetLastError()));
+    const std::wstring reason = reason_of(GetLastError());
+    if (is_standard(path_)) throw Failure(L"standard output cannot be written: " + reason);
+    throw Failure(L"\"" + path_ + L"\" cannot be written: " + reason);
 }
 
 }  // namespace cli

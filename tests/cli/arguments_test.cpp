@@ -134,6 +134,23 @@ TEST_CASE("help is found wherever it is asked for, and says what each command ta
     CHECK(parsed({L"--version"}).text.starts_with(L"tessera "));
 }
 
+TEST_CASE("a completion script names every command, its options and their values") {
+    const std::wstring script = parsed({L"completion", L"powershell"}).text;
+    const std::wstring overview = parsed({L"help"}).text;
+    const std::wstring call = L"\ntessera ";
+    for (std::size_t at = overview.find(call); at != overview.npos;
+         at = overview.find(call, at + 1)) {
+        const std::size_t name = at + call.size();
+        const std::wstring command =
+            overview.substr(name, overview.find_first_of(L" \n", name) - name);
+        CHECK(mentions(script, (command.starts_with(L"--") ? L"'" + command + L"'"
+                                                           : L"\n        '" + command + L"' = @{ ")
+                                   .c_str()));
+    }
+    CHECK(mentions(script, L"'--format' = @('columns', 'rows', 'complete', 'strings'); "));
+    CHECK(mentions(script, L"'--encode' = $null"));
+}
+
 TEST_CASE("what is wrong is named") {
     const struct {
         Given given;
