@@ -7,21 +7,30 @@
 # makes an interface target that adds the header's folder and waits for both outputs. LIBRARIES are
 # the type libraries of ours that the file refers to with importlib.
 
-if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-    set(_idl_width --win64)
-    set(_midl_environment x64)
-else()
+if(TESSERA_ARCHITECTURE STREQUAL x86)
     set(_idl_width --win32)
     set(_midl_environment win32)
+else()
+    set(_idl_width --win64)
+    string(REPLACE amd64 x64 _midl_environment ${TESSERA_ARCHITECTURE})
 endif()
 
 if(MINGW)
     find_program(TESSERA_WIDL NAMES ${TESSERA_TRIPLET}-widl widl REQUIRED)
-    # The platform's own definitions (oaidl.idl and the like) and stdole2.tlb come with Wine.
-    find_path(TESSERA_IDL_INCLUDE oaidl.idl PATHS /usr/include/wine/wine/windows
+    # A library notes when it was compiled. It is always the same moment, so that the same sources
+    # give the same bytes.
+    find_program(TESSERA_FAKETIME faketime)
+    if(TESSERA_FAKETIME)
+        set(_at_one_moment ${CMAKE_COMMAND} -E env TZ=UTC ${TESSERA_FAKETIME} -f "2026-01-01 00:00:00")
+    endif()
+    # The platform's own definitions (oaidl.idl and the like) and stdole2.tlb come with Wine; on
+    # Windows, with the compiler and the system.
+    cmake_path(GET TESSERA_WIDL PARENT_PATH _widl_folder)
+    find_path(TESSERA_IDL_INCLUDE oaidl.idl PATHS ${_widl_folder}/../include
+              ${_widl_folder}/../x86_64-w64-mingw32/include /usr/include/wine/wine/windows
               /usr/include/wine/windows /usr/include/wine-stable/wine/windows
               NO_CMAKE_FIND_ROOT_PATH REQUIRED)
-    find_path(TESSERA_STDOLE_DIR stdole2.tlb PATHS
+    find_path(TESSERA_STDOLE_DIR stdole2.tlb PATHS $ENV{SystemRoot}/System32
               /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/wine/x86_64-windows
               NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
@@ -53,11 +62,13 @@ function(tessera_idl target source)
             -L${TESSERA_STDOLE_DIR} -L${_parser_library_dir}
             -L${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
         list(APPEND libraries ${_parser_library})
-        set(commands COMMAND ${widl} -h -o ${out}/${ARG_HEADER} ${source})
+        # The header names the file as it is given here; it is installed, so without this machine's path.
+        file(RELATIVE_PATH named ${PROJECT_SOURCE_DIR} ${source})
+        set(commands COMMAND ${widl} -h -o ${out}/${ARG_HEADER} ${named})
         if(ARG_TYPELIB)
             set(typelib ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${ARG_TYPELIB})
             list(APPEND outputs ${typelib})
-            list(APPEND commands COMMAND ${widl} -t -o ${typelib} ${source})
+            list(APPEND commands COMMAND ${_at_one_moment} ${widl} -t -o ${typelib} ${source})
         endif()
     else()
         list(APPEND includes -I${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
@@ -75,6 +86,7 @@ function(tessera_idl target source)
     endif()
     add_custom_command(OUTPUT ${outputs} ${commands}
                        DEPENDS ${source} ${libraries} ${ARG_DEPENDS}
+                       WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
                        COMMENT "Compiling ${source}" VERBATIM)
     add_custom_target(${target}_files DEPENDS ${outputs})
     if(TARGET parser_type_library)

@@ -6,5 +6,3 @@ include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)
 
 # Every processor that runs the supported systems has these vector instructions.
 set(CMAKE_CXX_FLAGS_INIT -msse2)
-# The module definition names the entry points without their calling convention's decoration.
-string(APPEND CMAKE_SHARED_LINKER_FLAGS_INIT " -Wl,--enable-stdcall-fixup")

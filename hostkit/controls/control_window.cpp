@@ -5,8 +5,8 @@
 
 #include "automation/error.h"
 #include "automation/module.h"
-
-#include <commctrl.h>
+#include "automation/window_resolution.h"
+#include "hostkit/controls/window_subclass.h"
 
 namespace hostkit {
 
@@ -20,20 +20,13 @@ using SharedControl = std::shared_ptr<ControlWindow>;
 const HRESULT error_no_window = HRESULT_FROM_WIN32(ERROR_INVALID_WINDOW_HANDLE);
 constexpr UINT_PTR control_subclass = 1;
 
-long pixels_per_inch(HWND window) {
-    const HDC device = GetDC(window);
-    const int pixels = GetDeviceCaps(device, LOGPIXELSY);
-    ReleaseDC(window, device);
-    return pixels;
-}
-
 // The font of the system's message boxes, in another size.
 HFONT create_font(HWND window, double points) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     LOGFONTW font = metrics.lfMessageFont;
-    font.lfHeight = -std::lround(points * static_cast<double>(pixels_per_inch(window)) / 72);
+    font.lfHeight = -std::lround(points * automation::pixels_per_inch(window) / 72);
     return CreateFontIndirectW(&font);
 }
 
@@ -68,12 +61,12 @@ void ControlWindow::attach(HWND window, HWND parent) {
     // The window holds its control until it is destroyed.
     auto holder = std::make_unique<SharedControl>(shared_from_this());
     const bool attached =
-        SetWindowSubclass(window, control_procedure, control_subclass,
-                          reinterpret_cast<DWORD_PTR>(holder.get())) &&
-        SetWindowSubclass(parent, parent_procedure, reinterpret_cast<UINT_PTR>(window),
-                          reinterpret_cast<DWORD_PTR>(this));
+        subclass::set(window, control_procedure, control_subclass,
+                      reinterpret_cast<DWORD_PTR>(holder.get())) &&
+        subclass::set(parent, parent_procedure, reinterpret_cast<UINT_PTR>(window),
+                      reinterpret_cast<DWORD_PTR>(this));
     if (!attached) {
-        RemoveWindowSubclass(window, control_procedure, control_subclass);
+        subclass::remove(window, control_procedure, control_subclass);
         DestroyWindow(window);
         automation::fail(E_FAIL, L"A control can only be created by its window's own thread");
     }
@@ -134,7 +127,7 @@ void ControlWindow::clicked() {
 }
 
 void ControlWindow::window_destroyed() noexcept {
-    RemoveWindowSubclass(parent_, parent_procedure, reinterpret_cast<UINT_PTR>(window_));
+    subclass::remove(parent_, parent_procedure, reinterpret_cast<UINT_PTR>(window_));
     window_ = nullptr;
     parent_ = nullptr;
     font_.reset();
@@ -143,10 +136,10 @@ void ControlWindow::window_destroyed() noexcept {
 
 LRESULT CALLBACK ControlWindow::control_procedure(HWND window, UINT message, WPARAM first,
                                                   LPARAM second, UINT_PTR, DWORD_PTR data) {
-    const LRESULT result = DefSubclassProc(window, message, first, second);
+    const LRESULT result = subclass::call_next(window, message, first, second);
     if (message == WM_NCDESTROY) {
         const std::unique_ptr<SharedControl> holder(reinterpret_cast<SharedControl*>(data));
-        RemoveWindowSubclass(window, control_procedure, control_subclass);
+        subclass::remove(window, control_procedure, control_subclass);
         (*holder)->window_destroyed();
     }
     return result;
@@ -157,7 +150,7 @@ LRESULT CALLBACK ControlWindow::parent_procedure(HWND window, UINT message, WPAR
                                                  LPARAM second, UINT_PTR id, DWORD_PTR data) {
     const bool click =
         message == WM_COMMAND && static_cast<UINT_PTR>(second) == id && HIWORD(first) == BN_CLICKED;
-    if (!click) return DefSubclassProc(window, message, first, second);
+    if (!click) return subclass::call_next(window, message, first, second);
     try {
         reinterpret_cast<ControlWindow*>(data)->clicked();
     } catch (...) {

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "automation/error.h"
 #include "automation/thread_slot.h"
@@ -16,6 +17,16 @@ extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace automation {
 namespace {
+
+// Needs no memory, so that an object can always die.
+class SlimLock {
+  public:
+    void lock() noexcept { AcquireSRWLockExclusive(&lock_); }
+    void unlock() noexcept { ReleaseSRWLockExclusive(&lock_); }
+
+  private:
+    SRWLOCK lock_ = SRWLOCK_INIT;
+};
 
 std::atomic<long> live_objects{0};
 // One for each kind of thing that threads share; filled from the front.
@@ -35,47 +46,69 @@ struct GuidOrder {
     }
 };
 
-// Lives as long as the module and is never released: at unloading time COM may be gone already.
-class TypeLibrary {
+class TypeLibraries {
   public:
-    static TypeLibrary& instance() {
-        static TypeLibrary* const library = new TypeLibrary;
-        return *library;
-    }
-
-    ITypeInfo* info(REFGUID id) {
-        const std::lock_guard lock(mutex_);
-        ITypeInfo*& cached = infos_[id];
-        if (!cached && !(shared_ && SUCCEEDED(shared_->GetTypeInfoOfGuid(id, &cached))))
-            check(own_->GetTypeInfoOfGuid(id, &cached));
-        return cached;
-    }
-
-  private:
     // The shared library is loaded first and kept: a reference to it is then resolved by the loaded
     // one where it is neither registered nor named by a manifest.
-    TypeLibrary() {
+    TypeLibraries() {
         if (FindResourceW(this_module(), MAKEINTRESOURCEW(shared_type_library), L"TYPELIB"))
             shared_ = load(shared_type_library);
         own_ = load(own_type_library);
     }
 
-    static ITypeLib* load(int resource) {
-        ITypeLib* library = nullptr;
+    ITypeInfo* info(REFGUID id) {
+        ComPtr<ITypeInfo>& kept = infos_[id];
+        if (!kept && !(shared_ && SUCCEEDED(shared_->GetTypeInfoOfGuid(id, kept.put()))))
+            check(own_->GetTypeInfoOfGuid(id, kept.put()));
+        return kept.get();
+    }
+
+  private:
+    static ComPtr<ITypeLib> load(int resource) {
+        ComPtr<ITypeLib> library;
         const std::wstring place = module_path() + L"\\" + std::to_wstring(resource);
-        check(LoadTypeLibEx(place.c_str(), REGKIND_NONE, &library));
+        check(LoadTypeLibEx(place.c_str(), REGKIND_NONE, library.put()));
         return library;
     }
 
-    std::mutex mutex_;
-    ITypeLib* shared_ = nullptr;
-    ITypeLib* own_ = nullptr;
-    std::map<GUID, ITypeInfo*, GuidOrder> infos_;
+    ComPtr<ITypeLib> shared_;
+    ComPtr<ITypeLib> own_;
+    std::map<GUID, ComPtr<ITypeInfo>, GuidOrder> infos_;
 };
+
+// Kept while objects live and no longer: the platform keeps the module's file open for a loaded
+// library, even when the module is gone. Never released at unloading time, when COM may be gone.
+SlimLock libraries_lock;
+TypeLibraries* libraries = nullptr;
+std::atomic<TypeInfoSlot*> first_slot{nullptr};
 
 void run_thread_idle_hooks() noexcept {
     for (const auto& place : thread_idle_hooks)
         if (const ThreadIdleHook hook = place.load(std::memory_order_acquire)) hook();
+}
+
+void release_libraries() noexcept {
+    TypeInfoSlot::empty_all();
+    delete std::exchange(libraries, nullptr);
+}
+
+// No object is born while the last one takes the libraries along: who counts from or to less than
+// two objects has the lock.
+void count_object() noexcept {
+    long count = live_objects.load(std::memory_order_acquire);
+    while (count > 1)
+        if (live_objects.compare_exchange_weak(count, count + 1, std::memory_order_acq_rel)) return;
+    const std::lock_guard lock(libraries_lock);
+    live_objects.fetch_add(1, std::memory_order_acq_rel);
+}
+
+void count_object_out() noexcept {
+    long count = live_objects.load(std::memory_order_acquire);
+    while (count > 1)
+        if (live_objects.compare_exchange_weak(count, count - 1, std::memory_order_acq_rel)) return;
+    const std::lock_guard lock(libraries_lock);
+    if (live_objects.load(std::memory_order_acquire) == 1) release_libraries();
+    live_objects.fetch_sub(1, std::memory_order_acq_rel);
 }
 
 }  // namespace
@@ -99,17 +132,17 @@ long live_count() noexcept {
 }
 
 void lock_module(bool lock) noexcept {
-    live_objects.fetch_add(lock ? 1 : -1, std::memory_order_acq_rel);
+    lock ? count_object() : count_object_out();
 }
 
 void object_born() {
     count_thread_objects(+1);
-    live_objects.fetch_add(1, std::memory_order_relaxed);
+    count_object();
 }
 
 void object_died() noexcept {
     if (count_thread_objects(-1) == 0) run_thread_idle_hooks();
-    live_objects.fetch_sub(1, std::memory_order_acq_rel);
+    count_object_out();
 }
 
 void add_thread_idle_hook(ThreadIdleHook hook) {
@@ -121,7 +154,25 @@ void add_thread_idle_hook(ThreadIdleHook hook) {
 }
 
 ITypeInfo* type_info(REFGUID id) {
-    return TypeLibrary::instance().info(id);
+    const std::lock_guard lock(libraries_lock);
+    if (!libraries) libraries = new TypeLibraries;
+    return libraries->info(id);
+}
+
+TypeInfoSlot::TypeInfoSlot(REFGUID id) noexcept : id_(id), next_(first_slot.load()) {
+    while (!first_slot.compare_exchange_weak(next_, this)) {
+    }
+}
+
+ITypeInfo* TypeInfoSlot::fill() {
+    ITypeInfo* const info = type_info(id_);
+    info_.store(info, std::memory_order_release);
+    return info;
+}
+
+void TypeInfoSlot::empty_all() noexcept {
+    for (TypeInfoSlot* slot = first_slot.load(); slot; slot = slot->next_)
+        slot->info_.store(nullptr, std::memory_order_release);
 }
 
 }  // namespace automation

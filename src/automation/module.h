@@ -1,6 +1,7 @@
 // What one DLL of ours counts, and the resources that its classes share.
 #pragma once
 
+#include <atomic>
 #include <string>
 
 #include "automation/com_ptr.h"
@@ -34,8 +35,31 @@ inline constexpr int shared_type_library = 2;
 std::wstring module_path();
 
 // The type information of an interface or a class, from the type libraries that are this module's
-// resources (so no registration is needed). Loaded once; the reference stays the module's.
-// Throws when neither library holds it.
+// resources (so no registration is needed). To be asked for by objects: the module keeps it until
+// its last object dies. Throws when neither library holds it.
 ITypeInfo* type_info(REFGUID id);
+
+// Where a member that is called often finds the type information of one interface. Static objects
+// only: the module knows them all, and empties them when it lets go of the type libraries.
+class TypeInfoSlot {
+  public:
+    explicit TypeInfoSlot(REFGUID id) noexcept;
+    TypeInfoSlot(const TypeInfoSlot&) = delete;
+    TypeInfoSlot& operator=(const TypeInfoSlot&) = delete;
+
+    ITypeInfo* get() {
+        ITypeInfo* const info = info_.load(std::memory_order_acquire);
+        return info ? info : fill();
+    }
+
+    static void empty_all() noexcept;
+
+  private:
+    ITypeInfo* fill();
+
+    const GUID& id_;
+    std::atomic<ITypeInfo*> info_{nullptr};
+    TypeInfoSlot* next_ = nullptr;
+};
 
 }  // namespace automation

@@ -43,11 +43,10 @@ struct Entry_<Extends<Derived, Inherited...>> {
 template <class Entry>
 using interface_of = typename Entry_<Entry>::Interface;
 
-// The cached type information of an interface: one look-up per interface and module.
 template <class Interface>
 ITypeInfo* info_of() {
-    static ITypeInfo* const info = type_info(__uuidof(Interface));
-    return info;
+    static TypeInfoSlot slot(__uuidof(Interface));
+    return slot.get();
 }
 
 }  // namespace detail
@@ -133,7 +132,9 @@ class Object : public ReferenceCounted<detail::interface_of<Main>, detail::inter
     template <class Use>
     static HRESULT with_type_info(Use&& use) noexcept {
         try {
-            return use(detail::info_of<MainInterface>());
+            // Its own reference: the member that is called may let the module's last object die.
+            const ComPtr<ITypeInfo> info(detail::info_of<MainInterface>());
+            return use(info.get());
         } catch (...) {
             return current_error().code;
         }

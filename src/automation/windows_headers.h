@@ -1,9 +1,6 @@
 // The platform headers that the automation layer and everything above it need, in their one order.
 #pragma once
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 #include <ole2.h>

@@ -8,6 +8,7 @@
 
 #include "automation/error.h"
 #include "automation/module.h"
+#include "automation/window_resolution.h"
 
 namespace tessera {
 
@@ -92,42 +93,18 @@ bool presses_button(const MSG& message) noexcept {
            (SendMessageW(message.hwnd, WM_GETDLGCODE, 0, 0) & DLGC_BUTTON);
 }
 
-class ScreenContext {
-  public:
-    ScreenContext() noexcept : context_(GetDC(nullptr)) {}
-    ScreenContext(const ScreenContext&) = delete;
-    ScreenContext& operator=(const ScreenContext&) = delete;
-    ~ScreenContext() {
-        if (context_) ReleaseDC(nullptr, context_);
-    }
-    int pixels_per_inch(int direction) const noexcept {
-        const int found = context_ ? GetDeviceCaps(context_, direction) : 0;
-        return found > 0 ? found : USER_DEFAULT_SCREEN_DPI;
-    }
-
-  private:
-    HDC context_;
-};
-
 }  // namespace
 
-form_layout::Resolution screen_resolution() noexcept {
-    const ScreenContext screen;
-    return {screen.pixels_per_inch(LOGPIXELSX), screen.pixels_per_inch(LOGPIXELSY)};
-}
-
-void FormWindow::create(const form_layout::Size& client_pixels) {
-    RECT frame{0, 0, client_pixels.width, client_pixels.height};
-    AdjustWindowRectEx(&frame, window_style, FALSE, extended_style);
+void FormWindow::create(const form_layout::Size& client_area) {
     const std::lock_guard lock(class_lock);
     register_class(procedure);
     uses_class_ = true;
     SetLastError(ERROR_SUCCESS);
     const HWND owner = find_owner();
     window_ = CreateWindowExW(extended_style, class_name, L"", window_style, CW_USEDEFAULT,
-                              CW_USEDEFAULT, frame.right - frame.left, frame.bottom - frame.top,
-                              owner, nullptr, this_module(), this);
+                              CW_USEDEFAULT, 0, 0, owner, nullptr, this_module(), this);
     if (window_) {
+        fit(client_area);
         if (owner) center(window_, owner);
         return;
     }
@@ -137,11 +114,22 @@ void FormWindow::create(const form_layout::Size& client_pixels) {
                      L"The window of the progress form cannot be created");
 }
 
+// Which monitor the window is on, the system decides when it creates it.
+void FormWindow::fit(const form_layout::Size& client_area) noexcept {
+    resolution_ = automation::pixels_per_inch(window_);
+    const form_layout::Size pixels = form_layout::to_pixels(client_area, resolution());
+    const SIZE outer = automation::outer_size({pixels.width, pixels.height}, window_style,
+                                              extended_style, resolution_);
+    SetWindowPos(window_, nullptr, 0, 0, outer.cx, outer.cy,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 void FormWindow::destroy() noexcept {
     if (const HWND window = std::exchange(window_, nullptr)) {
         SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         DestroyWindow(window);
     }
+    controls_.clear();
     if (std::exchange(uses_class_, false)) unregister_class();
 }
 
@@ -176,6 +164,14 @@ void FormWindow::handle_pending_messages() noexcept {
     handling_messages_ = false;
 }
 
+void FormWindow::follow_resolution(HWND window, int pixels_per_inch,
+                                   const RECT& proposed) noexcept {
+    const int before = std::exchange(resolution_, pixels_per_inch);
+    SetWindowPos(window, nullptr, proposed.left, proposed.top, proposed.right - proposed.left,
+                 proposed.bottom - proposed.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    controls_.scale(window, pixels_per_inch, before);
+}
+
 LRESULT CALLBACK FormWindow::procedure(HWND window, UINT message, WPARAM wide, LPARAM longer) {
     if (message == WM_NCCREATE) {
         const auto* const creation = reinterpret_cast<const CREATESTRUCTW*>(longer);
@@ -198,6 +194,9 @@ LRESULT FormWindow::handle_message(HWND window, UINT message, WPARAM wide, LPARA
             // A menu that a key opens has a message loop of its own: the caller's work would wait.
             if ((wide & system_command_mask) == SC_KEYMENU) return 0;
             return DefWindowProcW(window, message, wide, longer);
+        case WM_DPICHANGED:
+            follow_resolution(window, HIWORD(wide), *reinterpret_cast<const RECT*>(longer));
+            return 0;
         case WM_CLOSE:
             events_.window_closed();
             ShowWindow(window, SW_HIDE);

@@ -89,7 +89,7 @@ PrgFrm::~PrgFrm() {
 }
 
 void PrgFrm::open(const Bstr& title) {
-    window_.create(form_layout::to_pixels(form_layout::client_area, screen_resolution()));
+    window_.create(form_layout::client_area);
     create_controls();
     load();
     window_.set_title(title.empty() ? L"" : title.get());
@@ -99,7 +99,7 @@ void PrgFrm::create_controls() {
     using namespace form_layout;
     const auto controls =
         automation::create_object<IKelosStandardControls>(program_names::standard_controls);
-    const Resolution screen = screen_resolution();
+    const Resolution screen = window_.resolution();
     const long window = HandleToLong(window_.handle());
 
     // The captions of the design, until the form is loaded.

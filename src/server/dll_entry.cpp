@@ -14,10 +14,14 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
-    return server::register_classes();
+    return server::register_classes(server::Scope::machine);
 }
 
 STDAPI DllUnregisterServer() {
-    return server::unregister_classes();
+    return server::unregister_classes(server::Scope::machine);
+}
+
+STDAPI DllInstall(BOOL registers, LPCWSTR command_line) {
+    return server::install(registers != FALSE, command_line);
 }
 }

@@ -1,69 +1,30 @@
 #include "server/type_library.h"
 
-#include <cwchar>
+#include <algorithm>
+#include <iterator>
 #include <optional>
-#include <vector>
 
 #include "automation/module.h"
+#include "server/library_file.h"
 #include "server/registry_key.h"
 
 namespace server {
 namespace {
 
-// A type library at its place: a file, or a resource of one ("module.dll\\2").
-class TypeLibrary {
-  public:
-    explicit TypeLibrary(std::wstring place) : place_(std::move(place)) {
-        automation::check(LoadTypeLibEx(place_.c_str(), REGKIND_NONE, library_.put()));
-        TLIBATTR* attributes = nullptr;
-        automation::check(library_->GetLibAttr(&attributes), library_);
-        attributes_ = *attributes;
-        library_->ReleaseTLibAttr(attributes);
-    }
-    REFGUID id() const noexcept { return attributes_.guid; }
-    const std::wstring& place() const noexcept { return place_; }
-    std::wstring version_key() const {
-        wchar_t version[16];
-        std::swprintf(version, 16, L"%x.%x", attributes_.wMajorVerNum, attributes_.wMinorVerNum);
-        return L"TypeLib\\" + guid_text(id()) + L'\\' + version;
-    }
-
-    void add() const {
-        automation::check(
-            RegisterTypeLib(library_.get(), const_cast<wchar_t*>(place_.c_str()), nullptr));
-    }
-    HRESULT remove() const {
-        if (!is_registered()) return S_OK;
-        return UnRegisterTypeLib(attributes_.guid, attributes_.wMajorVerNum,
-                                 attributes_.wMinorVerNum, attributes_.lcid, attributes_.syskind);
-    }
-    bool is_registered() const {
-        wchar_t width[16];
-        std::swprintf(width, 16, attributes_.syskind == SYS_WIN64 ? L"\\%x\\win64" : L"\\%x\\win32",
-                      static_cast<unsigned>(attributes_.lcid));
-        return find_key(version_key() + width) != nullptr;
-    }
-
-  private:
-    std::wstring place_;
-    automation::ComPtr<ITypeLib> library_;
-    TLIBATTR attributes_{};
-};
-
-TypeLibrary own_library() {
-    return TypeLibrary(automation::module_path());
+LibraryFile own_library() {
+    return LibraryFile(automation::module_path());
 }
 
-std::optional<TypeLibrary> shared_library() {
+std::optional<LibraryFile> shared_library() {
     const int number = automation::shared_type_library;
     if (!FindResourceW(automation::this_module(), MAKEINTRESOURCEW(number), L"TYPELIB")) return {};
-    return TypeLibrary(automation::module_path() + L'\\' + std::to_wstring(number));
+    return LibraryFile(automation::module_path() + L'\\' + std::to_wstring(number));
 }
 
 // The places of the shared library in the modules that are registered with it.
-std::vector<std::wstring> users_of(const TypeLibrary& shared) {
+std::vector<std::wstring> users_of(const LibraryFile& shared, HKEY classes) {
     std::vector<std::wstring> places;
-    const KeyHandle key = find_key(shared.version_key());
+    const KeyHandle key = find_key(classes, shared.place_key());
     if (!key) return places;
     std::vector<wchar_t> place(32768);
     LSTATUS status = ERROR_SUCCESS;
@@ -80,49 +41,56 @@ std::vector<std::wstring> users_of(const TypeLibrary& shared) {
     return places;
 }
 
-void join(const TypeLibrary& shared, const TypeLibrary& own) {
+void join(const LibraryFile& shared, const LibraryFile& own, HKEY classes) {
     // Somebody else's registration, such as a host's that brings the contract, stays theirs.
-    if (shared.is_registered() && users_of(shared).empty()) return;
-    shared.add();
-    RegistryKey(HKEY_CLASSES_ROOT, shared.version_key())
-        .set(guid_text(own.id()).c_str(), shared.place());
+    if (shared.is_registered(classes) && users_of(shared, classes).empty()) return;
+    shared.add(classes);
+    RegistryKey(classes, shared.place_key()).set(guid_text(own.id()).c_str(), shared.place());
 }
 
-bool register_at(const std::wstring& place) {
+bool register_at(const std::wstring& place, HKEY classes) {
     try {
-        TypeLibrary(place).add();
+        LibraryFile(place).add(classes);
         return true;
     } catch (...) {
         return false;  // the file is gone
     }
 }
 
-HRESULT leave(const TypeLibrary& shared, const TypeLibrary& own) {
-    if (RegDeleteKeyValueW(HKEY_CLASSES_ROOT, shared.version_key().c_str(),
-                           guid_text(own.id()).c_str()) != ERROR_SUCCESS)
+HRESULT leave(const LibraryFile& shared, const LibraryFile& own, HKEY classes) {
+    if (RegDeleteKeyValueW(classes, shared.place_key().c_str(), guid_text(own.id()).c_str()) !=
+        ERROR_SUCCESS)
         return S_OK;
-    for (const std::wstring& place : users_of(shared))
-        if (register_at(place)) return S_OK;
-    // The platform reads what it takes out where it is registered, which may be gone.
-    shared.add();
-    return shared.remove();
+    for (const std::wstring& place : users_of(shared, classes))
+        if (register_at(place, classes)) return S_OK;
+    return shared.remove(classes);
 }
 
 }  // namespace
 
-GUID register_type_libraries() {
-    const TypeLibrary own = own_library();
-    own.add();
-    if (const auto shared = shared_library()) join(*shared, own);
+GUID register_type_libraries(HKEY classes) {
+    const LibraryFile own = own_library();
+    own.add(classes);
+    if (const auto shared = shared_library()) join(*shared, own, classes);
     return own.id();
 }
 
-HRESULT unregister_type_libraries() {
-    const TypeLibrary own = own_library();
-    const HRESULT result = own.remove();
+HRESULT unregister_type_libraries(HKEY classes) {
+    const LibraryFile own = own_library();
+    const HRESULT result = own.remove(classes);
     const auto shared = shared_library();
-    const HRESULT left = shared ? leave(*shared, own) : S_OK;
-    return FAILED(result) ? result : left;
+    return first_failure({result, shared ? leave(*shared, own, classes) : S_OK});
+}
+
+std::vector<std::wstring> type_library_keys() {
+    const LibraryFile own = own_library();
+    std::vector<std::wstring> keys = own.interface_keys();
+    keys.push_back(own.key());
+    if (const auto shared = shared_library()) {
+        std::ranges::copy(shared->interface_keys(), std::back_inserter(keys));
+        keys.push_back(shared->key());
+    }
+    return keys;
 }
 
 }  // namespace server

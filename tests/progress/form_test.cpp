@@ -65,6 +65,36 @@ TEST_CASE_FIXTURE(ProgressFixture, "the form has its title, its texts and its co
     CHECK(error_count() == 0);
 }
 
+TEST_CASE_FIXTURE(ProgressFixture, "the form follows its monitor's resolution, there and back") {
+    start();
+    const auto font_height = [&] {
+        LOGFONTW font{};
+        const LRESULT handle = SendMessageW(text_line(), WM_GETFONT, 0, 0);
+        GetObjectW(reinterpret_cast<HGDIOBJ>(handle), sizeof font, &font);
+        return font.lfHeight;
+    };
+    const LONG height = font_height();
+    const int usual = screen().horizontal;
+    for (const int pixels_per_inch : {usual * 2, usual * 3 / 2, usual}) {
+        CAPTURE(pixels_per_inch);
+        RECT proposed{40, 50, 740, 250};
+        SendMessageW(window(), WM_DPICHANGED, MAKEWPARAM(pixels_per_inch, pixels_per_inch),
+                     reinterpret_cast<LPARAM>(&proposed));
+        RECT outer;
+        GetWindowRect(window(), &outer);
+        CHECK(EqualRect(&outer, &proposed));
+        const layout::Resolution now{pixels_per_inch, pixels_per_inch};
+        CHECK(place_of(text_line()).width ==
+              doctest::Approx(layout::to_pixels(layout::text_line, now).width).epsilon(0.01));
+        CHECK(place_of(button()).left ==
+              doctest::Approx(layout::to_pixels(layout::abort_button, now).left).epsilon(0.01));
+        CHECK(font_height() ==
+              doctest::Approx(MulDiv(height, pixels_per_inch, usual)).epsilon(0.1));
+    }
+    stop();
+    CHECK(error_count() == 0);
+}
+
 TEST_CASE_FIXTURE(ProgressFixture, "the bar shows the percentage until the form closes") {
     for (const short value : {0, 1, 50, 99}) {
         percentage(value);
