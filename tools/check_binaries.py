@@ -99,20 +99,21 @@ def check_resources(image, file_name):
 
 
 def check_symbols(image, path):
-    sections = {section.Name.rstrip(bytes(1)): section for section in image.sections}
-    link = sections.get(b".gnu_deb") or sections.get(b".gnu_debuglink")
-    # Long names are kept in a table of their own, which a stripped file may lack.
-    named = [section.get_data() for section in image.sections
-             if section.get_data().startswith(os.path.basename(path).encode() + b".debug\0")]
     if hasattr(image, "DIRECTORY_ENTRY_DEBUG"):
         return
-    if not (link or named):
+    symbols = path + ".debug"
+    # The section's name is too long for the header, and the table of such names was stripped.
+    link = os.path.basename(symbols).encode() + bytes(1)
+    if not any(section.get_data().startswith(link) for section in image.sections):
         yield "does not say where its symbols are"
-    elif not os.path.exists(path + ".debug"):
-        yield f"has no symbol file {os.path.basename(path)}.debug beside it"
+    elif not os.path.exists(symbols):
+        yield "has no symbol file beside it"
 
 
 def check_file(path, entries, architecture, version):
+    if not os.path.exists(path):
+        yield f"is not in {os.path.dirname(path)}"
+        return
     image = pefile.PE(path)
     file_name = os.path.basename(path)
     if image.FILE_HEADER.Machine != MACHINES[architecture]:
@@ -133,7 +134,7 @@ def main(folder, architecture="amd64", version=None):
         for finding in check_file(os.path.join(folder, name), entries, architecture, version):
             print(f"{name} {finding}")
             findings += 1
-        print(f"{name}: read")
+        print(f"{name}: checked")
     return 1 if findings else 0
 
 

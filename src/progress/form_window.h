@@ -51,10 +51,10 @@ class FormWindow {
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wide, LPARAM longer);
     LRESULT handle_message(HWND window, UINT message, WPARAM wide, LPARAM longer);
 
-    Events& events_;
     void fit(const form_layout::Size& client_area) noexcept;
     void follow_resolution(HWND window, int pixels_per_inch, const RECT& proposed) noexcept;
 
+    Events& events_;
     HWND window_ = nullptr;
     int resolution_ = USER_DEFAULT_SCREEN_DPI;
     ScaledControls controls_;

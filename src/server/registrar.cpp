@@ -74,6 +74,12 @@ void write_all(HKEY classes) {
         write_class(classes, entry, library);
 }
 
+// A user who has nothing else registered has had none of these keys.
+void remove_empty_parents(HKEY classes) noexcept {
+    for (const wchar_t* name : {L"CLSID", L"Interface", L"TypeLib"})
+        RegDeleteKeyW(classes, name);  // refused while there is anything below
+}
+
 }  // namespace
 
 HRESULT register_classes(Scope scope) noexcept {
@@ -87,6 +93,7 @@ HRESULT register_classes(Scope scope) noexcept {
             const HRESULT code = automation::current_error().code;
             for (const KeyImage& image : before)
                 image.restore();
+            remove_empty_parents(classes.key());
             return code;
         }
     } catch (...) {
@@ -101,7 +108,9 @@ HRESULT unregister_classes(Scope scope) noexcept {
         const std::span<const ClassEntry> entries = module_classes();
         for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
             result = first_failure({result, remove_class(classes, *entry)});
-        return first_failure({result, unregister_type_libraries(classes.key())});
+        result = first_failure({result, unregister_type_libraries(classes.key())});
+        remove_empty_parents(classes.key());
+        return result;
     } catch (...) {
         return automation::current_error().code;
     }

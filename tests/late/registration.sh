@@ -103,4 +103,44 @@ unregister KelosHostKit Tessera
 same_as_before "KelosHostKit Tessera, out in this order"
 unregister KelosHostKit
 same_as_before "out without being in"
+
+# For the current user alone: nothing of it is the machine's. Wine shows classes of the machine only, so
+# that no client can be run.
+user_classes() { "$wine" reg export 'HKCU\Software\Classes' "$snapshots/$1" /y >/dev/null 2>&1; }
+"$wine" reg add 'HKCU\Software\Classes' /f >/dev/null
+user_classes user_before
+for dll in Tessera KelosHostKit; do
+    "$wine" regsvr32 /s /n /i:user "$bin/$dll.dll" || fail "regsvr32 /n /i:user $dll"
+done
+user_classes user
+for name in Tessera.VexScript 'Tessera.VexScript.1\CLSID' Kelos.HostKit; do
+    grep -qF "[HKEY_CURRENT_USER\\Software\\Classes\\$name]" <(utf8 user) || fail "the user has no $name"
+done
+same_as_before "for the user"
+"$wine" regsvr32 /s /n /i:nobody "$bin/Tessera.dll" && fail "registered for nobody"
+for dll in KelosHostKit Tessera; do
+    "$wine" regsvr32 /s /u /n /i:user "$bin/$dll.dll" || fail "regsvr32 /u /n /i:user $dll"
+done
+user_classes user_after
+cmp -s "$snapshots/user_before" "$snapshots/user_after" || fail "for the user something is left"
+
+# The other width's build is registered, too, as far as this one can see: the names stay until it goes.
+of_32_bit='HKLM\Software\Classes\Wow6432Node\CLSID\{A4D2C3E0-7B15-4F6A-8C21-90E5D7F31C31}\InprocServer32'
+library='HKLM\Software\Classes\TypeLib\{A4D2C3E0-7B15-4F6A-8C21-90E5D7F31B00}\1.0'
+"$wine" reg add "$of_32_bit" /ve /d 'x86\Tessera.dll' /f >/dev/null
+register Tessera
+"$wine" reg add "$library\0\win32" /ve /d 'x86\Tessera.dll' /f >/dev/null
+unregister Tessera
+for key in 'HKLM\Software\Classes\Tessera.VexScript\CLSID' 'HKLM\Software\Classes\Tessera.VexScript.1' \
+    "$library\FLAGS" "$library\0\win32" "$of_32_bit"; do
+    "$wine" reg query "$key" >/dev/null 2>&1 || fail "the other width has lost $key"
+done
+for key in 'HKLM\Software\Classes\Tessera.HQuery' "$library\0\win64"; do
+    "$wine" reg query "$key" >/dev/null 2>&1 && fail "the other width does not need $key"
+done
+"$wine" reg delete "${of_32_bit%\\InprocServer32}" /f >/dev/null
+"$wine" reg delete "$library\0\win32" /f >/dev/null
+register Tessera
+unregister Tessera
+same_as_before "both widths"
 exit $failed

@@ -15,6 +15,12 @@ HKEY make_key(HKEY parent, const wchar_t* path) {
     return key;
 }
 
+// Without what a test that was killed has left.
+HKEY make_empty_key(HKEY parent, const wchar_t* path) {
+    RegDeleteTreeW(parent, path);
+    return make_key(parent, path);
+}
+
 // A line for every key and value below.
 std::wstring listing(HKEY key, const std::wstring& path = {}) {
     std::wstring text;
@@ -40,7 +46,7 @@ std::wstring listing(HKEY key, const std::wstring& path = {}) {
 class OwnRegistry {
   public:
     OwnRegistry()
-        : root_(make_key(HKEY_CURRENT_USER, L"Software\\KelosTesseraTest")),
+        : root_(make_empty_key(HKEY_CURRENT_USER, L"Software\\KelosTesseraTest")),
           machine_(make_key(root_, L"machine")),
           user_(make_key(root_, L"user")) {
         for (const HKEY key : {machine_, user_})
