@@ -1,4 +1,4 @@
-// The command line: what is to be done, and the text that explains it.
+// What the command line says is to be done.
 #pragma once
 
 #include <optional>
@@ -9,8 +9,8 @@
 namespace cli {
 
 enum class Command {
-    help,
-    version,
+    text,  // only tells one: an explanation, the version
+    list,
     export_document,
     query,
     decode,
@@ -23,13 +23,19 @@ enum class Command {
 // Which side an import takes when a value was changed on both.
 enum class Preference { none, sheet, project };
 enum class QueryFormat { columns, rows, complete, strings };
+enum class Shell { none, bash, powershell };
 
 struct Arguments {
-    Command command = Command::help;
+    Command command = Command::text;
+    std::wstring text;                    // of the command that only tells one
+    std::wstring topic;                   // the command to explain
+    Shell shell = Shell::none;            // to complete the commands in
     std::wstring input;                   // the project file, or the file to decode
     std::wstring second_input;            // of the command that compares two
     std::optional<std::wstring> project;  // beside an input that is none
     std::optional<std::wstring> against;
+    std::optional<std::wstring> language;
+    std::optional<std::wstring> user;
     std::optional<std::wstring> document;
     std::optional<std::wstring> script;
     std::optional<std::wstring> out;
@@ -43,12 +49,13 @@ struct Arguments {
     bool quiet = false;
     bool window = false;
     bool no_scripts = false;
+
+    // By the name of the result; what goes to standard output has none, but may have a template.
+    bool writes_workbook() const;
 };
 
 // Takes the arguments that follow the program's name. Throws Failure.
 Arguments parse_arguments(std::span<const wchar_t* const> arguments);
-
-std::wstring_view help_text() noexcept;
 
 // True for a name that ends as those of workbooks do, ".xlsx" in any case.
 bool is_workbook_path(std::wstring_view path);

@@ -36,7 +36,7 @@ int run_check(const Arguments& arguments, Console& console) {
     Course course(console, arguments, arguments.json);
     const std::vector<ContentRecord> contents = read_content_input(arguments.input, course);
     std::optional<Project> project;
-    if (arguments.project) project.emplace(*arguments.project, false);
+    if (arguments.project) project.emplace(*arguments.project, arguments);
     const std::vector<Finding> findings = check_all(contents, project, course);
     course.close();
 

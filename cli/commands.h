@@ -12,6 +12,7 @@ int run_decode(const Arguments& arguments, Console& console);
 int run_diff(const Arguments& arguments, Console& console);
 int run_export(const Arguments& arguments, Console& console);
 int run_preview(const Arguments& arguments, Console& console);
+int run_list(const Arguments& arguments, Console& console);
 int run_import(const Arguments& arguments, Console& console);
 int run_query(const Arguments& arguments, Console& console);
 int run_spreadsheet(const Arguments& arguments, Console& console);

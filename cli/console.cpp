@@ -15,6 +15,51 @@ constexpr std::size_t narrowest = 60;
 // What the platform's console takes at once has a limit of its own.
 constexpr std::size_t characters_at_once = 8192;
 
+constexpr WORD red = FOREGROUND_RED | FOREGROUND_INTENSITY;
+constexpr WORD yellow = FOREGROUND_RED | FOREGROUND_GREEN | FOREGROUND_INTENSITY;
+constexpr WORD all_of_foreground =
+    FOREGROUND_RED | FOREGROUND_GREEN | FOREGROUND_BLUE | FOREGROUND_INTENSITY;
+
+struct Mark {
+    std::wstring_view text;
+    WORD colour;
+};
+constexpr Mark marks[] = {
+    {L"tessera: ", red},
+    {L"error: ", red},
+    {L"message: ", yellow},
+    {L"not in the workbook: ", yellow},
+};
+
+// Nothing for a line that tells no problem.
+Mark mark_of(std::wstring_view line) {
+    for (const Mark& mark : marks)
+        if (line.starts_with(mark.text)) return mark;
+    return {};
+}
+
+// https://no-color.org: set to whatever it is, but not empty.
+bool wants_colours() {
+    return GetEnvironmentVariableW(L"NO_COLOR", nullptr, 0) <= 1;
+}
+
+const wchar_t* advice_for(DWORD error) {
+    switch (error) {
+        case ERROR_FILE_NOT_FOUND:
+            return L"; check the name";
+        case ERROR_PATH_NOT_FOUND:
+            return L"; check the name of the folder";
+        case ERROR_ACCESS_DENIED:
+            return L"; check that it is a file, and that you may use it";
+        case ERROR_SHARING_VIOLATION:
+            return L"; close the file in the program that has it open";
+        case ERROR_DISK_FULL:
+            return L"; make room on the disk, or write elsewhere";
+        default:
+            return L"";
+    }
+}
+
 std::size_t part_length(std::u16string_view text) {
     if (text.size() <= characters_at_once) return text.size();
     const char16_t last = text[characters_at_once - 1];
@@ -35,13 +80,14 @@ std::wstring reason_of(DWORD error) {
     while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.'))
         --length;
     if (length == 0) return L"error " + std::to_wstring(error);
-    return std::wstring(text, length);
+    return std::wstring(text, length) + advice_for(error);
 }
 
 ConsoleStream::ConsoleStream(DWORD stream) : handle_(GetStdHandle(stream)) {
     if (handle_ == INVALID_HANDLE_VALUE) handle_ = nullptr;
     DWORD mode = 0;
     is_terminal_ = handle_ && GetConsoleMode(handle_, &mode);
+    has_colours_ = is_terminal_ && wants_colours();
 }
 
 std::size_t ConsoleStream::width() const noexcept {
@@ -67,7 +113,19 @@ void ConsoleStream::write(std::wstring_view text) {
 }
 
 void ConsoleStream::write_line(std::wstring_view text) {
+    const Mark mark = has_colours_ ? mark_of(text) : Mark{};
+    if (!mark.text.empty()) write_mark(mark.text, mark.colour);
+    text.remove_prefix(mark.text.size());
     write(visible(automation::as_u16(text)) + u'\n');
+}
+
+void ConsoleStream::write_mark(std::wstring_view text, WORD colour) {
+    CONSOLE_SCREEN_BUFFER_INFO before;
+    if (!GetConsoleScreenBufferInfo(handle_, &before)) return write(text);
+    const auto background = static_cast<WORD>(before.wAttributes & ~all_of_foreground);
+    SetConsoleTextAttribute(handle_, static_cast<WORD>(background | colour));
+    write(text);
+    SetConsoleTextAttribute(handle_, before.wAttributes);
 }
 
 void ConsoleStream::write_characters(std::u16string_view text) {

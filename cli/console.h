@@ -21,18 +21,22 @@ class ConsoleStream : public TextSink {
 
     void write(std::u16string_view text) override;
     void write(std::wstring_view text);
-    // One line; control characters in it are made visible.
+    // One line; control characters in it are made visible. On a terminal the mark that problems
+    // begin with ("error: ") has a colour, unless the environment has NO_COLOR.
     void write_line(std::wstring_view text);
 
   private:
+    void write_mark(std::wstring_view text, WORD colour);
     void write_characters(std::u16string_view text);
     void write_bytes(std::string_view bytes);
 
     HANDLE handle_;
     bool is_terminal_ = false;
+    bool has_colours_ = false;
 };
 
-// The platform's words for its error: "Access denied", without a full stop or a line end.
+// The platform's words for its error, and what can be done: "Sharing violation; close the file in
+// the program that has it open".
 std::wstring reason_of(DWORD error);
 
 struct Console {

@@ -9,6 +9,7 @@
 #include "cli/interrupt.h"
 #include "cli/output_path.h"
 #include "cli/project.h"
+#include "cli/standard_path.h"
 #include "cli/text_file.h"
 
 namespace cli {
@@ -70,8 +71,8 @@ class Decoding {
 
     void mark(long number, const wchar_t* problem) {
         ++problems_;
-        console_.error.write_line(arguments_.input + L":" + std::to_wstring(number) + L": " +
-                                  problem);
+        console_.error.write_line(input_name(arguments_.input) + L":" + std::to_wstring(number) +
+                                  L": " + problem);
     }
 
     int tell(bool is_complete) {
@@ -81,9 +82,7 @@ class Decoding {
                                       (count_ == 1 ? L" was" : L" were") + L" written");
         if (file_ && !arguments_.quiet)
             console_.out.write_line(count + L", " + count_of(problems_, L"error"));
-        if (file_)
-            console_.out.write_line(arguments_.quiet ? *arguments_.out
-                                                     : L"written: " + *arguments_.out);
+        if (file_) tell_written(console_, *arguments_.out, arguments_.quiet);
         return is_complete && problems_ == 0 ? exit_success : exit_with_errors;
     }
 

@@ -13,6 +13,7 @@
 #include "cli/output_path.h"
 #include "cli/project.h"
 #include "cli/records/content_reader.h"
+#include "cli/standard_path.h"
 #include "cli/text_file.h"
 #include "cli/unit_labels.h"
 #include "cli/workbook/workbook_file.h"
@@ -41,7 +42,7 @@ Bstr script_in(const std::wstring& path) {
     if (null == text.npos) return Bstr(text);
     const auto line = std::ranges::count(std::u16string_view(text).substr(0, null), u'\n') + 1;
     throw Failure(L"the script \"" + path + L"\" has a null character in line " +
-                  std::to_wstring(line));
+                  std::to_wstring(line) + L"; save it as a text file");
 }
 
 class Export {
@@ -49,11 +50,12 @@ class Export {
     Export(const Arguments& arguments, Console& console)
         : arguments_(arguments),
           console_(console),
-          course_(console, arguments, false),
-          project_(arguments.input, arguments.window),
+          course_(console, arguments, arguments.out == standard_path),
+          project_(arguments.input, arguments),
           chosen_(project_.document(arguments.document)),
           path_(arguments.out ? *arguments.out : content_file_name(arguments.input, chosen_.name)),
-          base_(base_workbook(arguments.template_file, path_)) {
+          base_(base_workbook(arguments.template_file, path_)),
+          told_(teller(console, path_)) {
         check_output_path(path_, arguments.input);
         if (arguments.script) check_output_path(path_, *arguments.script);
     }
@@ -100,7 +102,8 @@ class Export {
     void forbid_scripts() {
         if (script_.is_files && !script_.text.empty())
             throw Failure(L"the document \"" + chosen_.name +
-                          L"\" has a script of its own, which \"--no-scripts\" does not run");
+                          L"\" has a script of its own, which \"--no-scripts\" does not run; "
+                          L"leave the option out if you trust the project file");
         const auto& service = project_.service();
         call(service, &IHostKitService::put_AllowsScripts, VARIANT_FALSE);
         call(service, &IHostKitService::put_AllowedScript, script_.text.get());
@@ -127,9 +130,9 @@ class Export {
         course_.phase(L"writing " + path_);
         const ContentRecords records = read_contents(root);
         table_ = content_table(records.contents);
-        if (is_workbook_path(path_)) return write_workbook(root, records);
+        if (arguments_.writes_workbook()) return write_workbook(root, records);
         TextFile file(path_, FileEncoding::utf16);
-        replaced_ = write_document(file, root, u"UTF-16");
+        replaced_ = write_document(file, root, file.encoding_name());
         file.finish();
     }
 
@@ -145,24 +148,23 @@ class Export {
         if (written && !arguments_.quiet) tell_table();
         // What failed because it was stopped is no news.
         if (!course_.has_refused()) {
-            if (!arguments_.quiet) tell_messages(console_.out, findings_);
+            if (!arguments_.quiet) tell_messages(told_, findings_);
             tell_errors(console_.error, findings_, script_.name);
         }
         if (!written) tell_missing();
         if (workbook_) tell_unwritten(console_.error, *workbook_);
         if (!arguments_.quiet && written) tell_summary();
-        if (written) console_.out.write_line(arguments_.quiet ? path_ : L"written: " + path_);
+        if (written) tell_written(console_, path_, arguments_.quiet);
         if (written && course_.is_stopped())
             console_.error.write_line(
                 L"tessera: stopped, but the document was complete and is written");
     }
 
     void tell_table() {
-        console_.out.write_line(
-            L"document: " + chosen_.name +
-            (arguments_.document ? L"" : L" (the first that has a mapping table)"));
-        console_.out.write_line(L"script:   " + script_.origin);
-        console_.out.write(u"\n" + format_table(table_, console_.out.width()) + u"\n");
+        told_.write_line(L"document: " + chosen_.name +
+                         (arguments_.document ? L"" : L" (the first that has a mapping table)"));
+        told_.write_line(L"script:   " + script_.origin);
+        told_.write(u"\n" + format_table(table_, told_.width()) + u"\n");
     }
 
     void tell_missing() {
@@ -173,7 +175,8 @@ class Export {
         else if (is_empty && arguments_.script)
             reason = L"the script \"" + script_.name + L"\" is empty";
         else if (is_empty)
-            reason = L"the document \"" + chosen_.name + L"\" has no mapping script";
+            reason = L"the document \"" + chosen_.name +
+                     L"\" has no mapping script, and \"--script\" names none";
         else if (!findings_.has_errors())
             // Whatever fails in a script is reported; that there is nothing to call is not.
             reason = L"the script has no procedure \"DoVex\"";
@@ -181,9 +184,9 @@ class Export {
     }
 
     void tell_summary() {
-        console_.out.write_line(count_of(table_.rows.size(), L"row") + L", " + findings_.counted());
-        if (workbook_) console_.out.write_line(summary(*workbook_));
-        if (replaced_ > 0) console_.out.write_line(replaced_text(replaced_));
+        told_.write_line(count_of(table_.rows.size(), L"row") + L", " + findings_.counted());
+        if (workbook_) told_.write_line(summary(*workbook_));
+        if (replaced_ > 0) told_.write_line(replaced_text(replaced_));
     }
 
     const Arguments& arguments_;
@@ -193,6 +196,7 @@ class Export {
     const ChosenDocument chosen_;
     const std::wstring path_;
     const BaseWorkbook base_;  // of a workbook
+    ConsoleStream& told_;
     ComPtr<ITesseraVexScript> runner_;
     Script script_;
     Findings findings_;

@@ -8,6 +8,7 @@
 #include "cli/import/import_report.h"
 #include "cli/output_path.h"
 #include "cli/records/content_reader.h"
+#include "cli/standard_path.h"
 
 namespace cli {
 
@@ -22,13 +23,13 @@ class Import {
         : arguments_(arguments),
           console_(console),
           course_(console, arguments, arguments.json),
-          project_(*arguments.project, false),
+          project_(*arguments.project, arguments),
           host_(project_) {
         check_output_path(*arguments.project, arguments.input);
     }
 
     int run() {
-        course_.phase(L"reading " + arguments_.input);
+        course_.phase(L"reading " + input_name(arguments_.input));
         WorkbookReader workbook(arguments_.input);
         const ContentRecords records =
             read_contents(dom::root(workbook.content_document()),

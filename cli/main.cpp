@@ -31,12 +31,11 @@ int with_com(int (*command)(const Arguments&, Console&), const Arguments& argume
 int run(std::span<const wchar_t* const> given, Console& console) {
     const Arguments arguments = parse_arguments(given);
     switch (arguments.command) {
-        case Command::help:
-            console.out.write(help_text());
+        case Command::text:
+            console.out.write(arguments.text);
             break;
-        case Command::version:
-            console.out.write_line(L"tessera " TESSERA_VERSION);
-            break;
+        case Command::list:
+            return with_com(run_list, arguments, console);
         case Command::export_document:
             return with_com(run_export, arguments, console);
         case Command::query:

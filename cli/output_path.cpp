@@ -2,6 +2,7 @@
 
 #include "automation/file_handle.h"
 #include "cli/failure.h"
+#include "cli/standard_path.h"
 
 namespace cli {
 namespace {
@@ -46,12 +47,27 @@ bool is_same_file(const std::wstring& left, const std::wstring& right) {
 }  // namespace
 
 std::wstring content_file_name(std::wstring_view project_path, std::wstring_view document_name) {
-    return usable(stem_of(project_path)) + L"." + usable(document_name) + L".content.xml";
+    const std::wstring_view stem = is_standard(project_path) ? L"project" : stem_of(project_path);
+    return usable(stem) + L"." + usable(document_name) + L".content.xml";
 }
 
 void check_output_path(const std::wstring& path, const std::wstring& input) {
+    if (is_standard(path) || is_standard(input)) return;
     if (is_same_file(path, input))
-        throw Failure(L"\"" + path + L"\" is what is read and cannot be written at the same time");
+        throw Failure(L"\"" + path +
+                      L"\" is what is read and cannot be written at the same time; "
+                      L"name another file to write");
+}
+
+ConsoleStream& teller(Console& console, const std::wstring& path) {
+    return is_standard(path) ? console.error : console.out;
+}
+
+void tell_written(Console& console, const std::wstring& path, bool quiet) {
+    if (!is_standard(path))
+        console.out.write_line(quiet ? path : L"written: " + path);
+    else if (!quiet)
+        console.error.write_line(L"written to standard output");
 }
 
 }  // namespace cli

@@ -7,6 +7,7 @@
 #include "cli/output_path.h"
 #include "cli/preview/page.h"
 #include "cli/review/content_input.h"
+#include "cli/standard_path.h"
 #include "cli/text_file.h"
 
 namespace cli {
@@ -24,7 +25,7 @@ int run_preview(const Arguments& arguments, Console& console) {
     check_output_path(out, arguments.input);
     if (arguments.against) check_output_path(out, *arguments.against);
 
-    Course course(console, arguments, false);
+    Course course(console, arguments, is_standard(out));
     const std::vector<ContentRecord> contents = read_content_input(arguments.input, course);
     std::vector<ContentRecord> old_contents;
     if (arguments.against) old_contents = read_content_input(*arguments.against, course);
@@ -33,13 +34,13 @@ int run_preview(const Arguments& arguments, Console& console) {
 
     course.phase(L"writing " + out);
     TextFile file(out, FileEncoding::utf8);
-    write_page(file,
-               {file_name(arguments.input), file_name(arguments.against.value_or(L"")), contents,
-                changes, [&](long number, long count) { course.step(number, count); }});
+    write_page(file, {file_name(input_name(arguments.input)),
+                      file_name(input_name(arguments.against.value_or(L""))), contents, changes,
+                      [&](long number, long count) { course.step(number, count); }});
     if (course.is_stopped()) throw Stopped();
     file.finish();
     course.close();
-    console.out.write_line(arguments.quiet ? out : L"written: " + out);
+    tell_written(console, out, arguments.quiet);
     return exit_success;
 }
 

@@ -3,7 +3,12 @@
 #include "automation/conversion.h"
 #include "automation/dispatch.h"
 #include "automation/error.h"
+#include "automation/text.h"
+#include "cli/console.h"
 #include "cli/failure.h"
+#include "cli/nearest.h"
+#include "cli/spooled_input.h"
+#include "cli/standard_path.h"
 
 namespace cli {
 
@@ -16,26 +21,42 @@ using automation::Variant;
 namespace {
 
 // So many names fit into a line that says which there are.
-constexpr int names_in_a_line = 8;
+constexpr std::size_t names_in_a_line = 8;
 
 std::wstring quoted(std::wstring_view text) {
     return std::wstring(L"\"").append(text).append(L"\"");
 }
 
-template <class NameOf>
-std::wstring listed(long count, NameOf&& name_of) {
-    if (count == 0) return L"it has none";
+using Names = std::vector<std::wstring>;
+
+std::wstring listed(const Names& names) {
+    if (names.empty()) return L"it has none";
     std::wstring text = L"it has ";
-    for (long i = 1; i <= count; ++i) {
-        if (i > 1) text += L", ";
-        if (i > names_in_a_line) return text + L"and " + std::to_wstring(count - i + 1) + L" more";
-        text += quoted(name_of(i));
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (i > 0) text += L", ";
+        if (i == names_in_a_line)
+            return text + L"and " + std::to_wstring(names.size() - i) + L" more";
+        text += quoted(names[i]);
     }
     return text;
 }
 
+// "it has no query "Pumpn"; it has "Pumps"; did you mean "Pumps"?"
+[[noreturn]] void fail_unknown(const std::wstring& whose, const wchar_t* what,
+                               const std::wstring& name, const Names& known) {
+    throw Failure(whose + L" has no " + what + L" " + quoted(name) + L"; " + listed(known) +
+                  suggestion(name, known));
+}
+
 std::wstring name_of(const ComPtr<IKelosObject>& object) {
     return get(object.as<IHostKitDocument>(), &IHostKitDocument::get_Name).str();
+}
+
+// What the system said to the kit, if that is why: a file that cannot be opened, not its content.
+std::wstring system_reason(HRESULT code) {
+    if (HRESULT_FACILITY(code) != FACILITY_WIN32) return {};
+    const auto error = static_cast<DWORD>(HRESULT_CODE(code));
+    return error == ERROR_INVALID_DATA ? L"" : L": " + reason_of(error);
 }
 
 // What the kit says names the file and, where it can, the line.
@@ -43,8 +64,28 @@ ComPtr<IKelosWorkset> open(const ComPtr<IHostKit>& kit, const std::wstring& path
     try {
         return get(kit, &IHostKit::Open, Bstr(path).get());
     } catch (const automation::Error&) {
-        throw Failure(automation::current_error().description.str());
+        const automation::ErrorReport error = automation::current_error();
+        throw Failure(error.description.str() + system_reason(error.code));
     }
+}
+
+ComPtr<IKelosWorkset> open_standard(const ComPtr<IHostKit>& kit) {
+    const SpooledInput spooled;
+    try {
+        return open(kit, spooled.path());
+    } catch (const Failure& failure) {
+        throw Failure(spooled.renamed(failure.text()));
+    }
+}
+
+ComPtr<IKelosLanguages> languages_of(const ComPtr<IKelosWorkset>& workset) {
+    return get(get(workset, &IKelosWorkset::get_CurrentProject), &IKelosProject::get_Languages);
+}
+
+// By its name in any case, or by its locale identifier.
+bool is_called(const ComPtr<IKelosLanguage>& language, const std::wstring& name) {
+    return automation::equal_ignoring_case(get(language, &IKelosLanguage::get_Name).view(), name) ||
+           std::to_wstring(get(language, &IKelosLanguage::get_LCID)) == name;
 }
 
 }  // namespace
@@ -78,18 +119,45 @@ Bstr stored_script(const ChosenDocument& document) {
     return automation::to_text(get(script, &IKelosAttribute::get_Value, 1L));
 }
 
-Project::Project(const std::wstring& path, bool with_windows)
-    : path_(path),
-      service_(recording_service(with_windows)),
+Project::Project(const std::wstring& path, const Arguments& arguments)
+    : name_(quoted_input(path)),
+      service_(recording_service(arguments.window)),
       kit_(automation::create_object<IHostKit>(L"Kelos.HostKit")),
-      workset_(open(kit_, path)) {}
+      workset_(is_standard(path) ? open_standard(kit_) : open(kit_, path)) {
+    if (arguments.user) log_in(*arguments.user);
+    if (arguments.language) choose_language(*arguments.language);
+}
+
+// The projects of a file share its languages. What the host itself says follows, too.
+void Project::choose_language(const std::wstring& name) {
+    const auto languages = languages_of(workset_);
+    const long count = get(languages, &IKelosLanguages::get_Count);
+    long number = 1;
+    while (number <= count && !is_called(get(languages, &IKelosLanguages::get_Item, number), name))
+        ++number;
+    if (number > count) fail_unknown(name_, L"language", name, language_names());
+    const auto projects = get(workset_.as<IHostKitWorkset>(), &IHostKitWorkset::get_Projects);
+    for (long i = get(projects, &IKelosObjects::get_Count); i >= 1; --i)
+        call(get(projects, &IKelosObjects::get_Item, i).as<IHostKitProject>(),
+             &IHostKitProject::put_CurrentLanguageNumber, number);
+    const auto chosen = get(languages, &IKelosLanguages::get_Item, number);
+    const bool is_german = PRIMARYLANGID(get(chosen, &IKelosLanguage::get_LCID)) == LANG_GERMAN;
+    call(service_, &IHostKitService::put_Language, is_german ? hklGerman : hklEnglish);
+}
+
+void Project::log_in(const std::wstring& login) {
+    try {
+        call(workset_.as<IHostKitWorkset>(), &IHostKitWorkset::put_CurrentLogin, Bstr(login).get());
+    } catch (const automation::Error&) {
+        throw Failure(name_ + L" has no user " + quoted(login) +
+                      L"; its element \"users\" lists them");
+    }
+}
 
 ChosenDocument Project::document(const std::optional<std::wstring>& name) const {
     if (!name) return first_mapping_document();
     const auto found = get(kit_, &IHostKit::get_Document, Bstr(*name).get());
-    if (!found)
-        throw Failure(quoted(path_) + L" has no document " + quoted(*name) + L"; " +
-                      document_names());
+    if (!found) fail_unknown(name_, L"document", *name, document_names());
     return {found, name_of(found)};
 }
 
@@ -102,28 +170,47 @@ ChosenDocument Project::first_mapping_document() const {
         if (get(functions, &ITesseraGFunctions::ISMappingTable, document.get()) != VARIANT_FALSE)
             return {document, name_of(document)};
     }
-    throw Failure(quoted(path_) +
-                  L" has no document with a mapping table; name one with "
-                  L"\"--document\": " +
-                  document_names());
+    throw Failure(name_ + L" has no document with a mapping table; name one with \"--document\": " +
+                  listed(document_names()));
 }
 
 ComPtr<IKelosQuery> Project::query(const std::wstring& name) const {
     auto found = get(kit_, &IHostKit::get_Query, Bstr(name).get());
-    if (!found)
-        throw Failure(quoted(path_) + L" has no query " + quoted(name) + L"; " + query_names());
+    if (!found) fail_unknown(name_, L"query", name, query_names());
     return found;
 }
 
-std::wstring Project::document_names() const {
+Names Project::document_names() const {
     const auto documents = get(kit_, &IHostKit::get_Documents);
-    return listed(get(documents, &IKelosObjects::get_Count),
-                  [&](long i) { return name_of(get(documents, &IKelosObjects::get_Item, i)); });
+    Names names;
+    for (long i = 1, count = get(documents, &IKelosObjects::get_Count); i <= count; ++i)
+        names.push_back(name_of(get(documents, &IKelosObjects::get_Item, i)));
+    return names;
 }
 
-std::wstring Project::query_names() const {
-    return listed(get(kit_, &IHostKit::get_QueryCount),
-                  [&](long i) { return get(kit_, &IHostKit::get_QueryName, i).str(); });
+Names Project::query_names() const {
+    Names names;
+    for (long i = 1, count = get(kit_, &IHostKit::get_QueryCount); i <= count; ++i)
+        names.push_back(get(kit_, &IHostKit::get_QueryName, i).str());
+    return names;
+}
+
+Names Project::language_names() const {
+    const auto languages = languages_of(workset_);
+    Names names;
+    for (long i = 1, count = get(languages, &IKelosLanguages::get_Count); i <= count; ++i)
+        names.push_back(
+            get(get(languages, &IKelosLanguages::get_Item, i), &IKelosLanguage::get_Name).str());
+    return names;
+}
+
+std::wstring Project::language() const {
+    const auto project = get(workset_, &IKelosWorkset::get_CurrentProject);
+    return get(get(project, &IKelosProject::get_CurrentLanguage), &IKelosLanguage::get_Name).str();
+}
+
+std::wstring Project::user() const {
+    return get(workset_.as<IHostKitWorkset>(), &IHostKitWorkset::get_CurrentLogin).str();
 }
 
 }  // namespace cli

@@ -3,8 +3,10 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "automation/call.h"
+#include "cli/arguments.h"
 #include "hostkit.h"
 #include "tessera.h"
 
@@ -17,8 +19,9 @@ struct ChosenDocument {
 
 class Project {
   public:
-    // Without windows the host has no application that could show one.
-    Project(const std::wstring& path, bool with_windows);
+    // In the language and as the user that the arguments name. Without windows the host has no
+    // application that could show one.
+    Project(const std::wstring& path, const Arguments& arguments);
 
     const automation::ComPtr<IHostKitService>& service() const noexcept { return service_; }
     const automation::ComPtr<IHostKit>& kit() const noexcept { return kit_; }
@@ -28,12 +31,19 @@ class Project {
     ChosenDocument document(const std::optional<std::wstring>& name) const;
     automation::ComPtr<IKelosQuery> query(const std::wstring& name) const;
 
+    std::vector<std::wstring> document_names() const;
+    std::vector<std::wstring> query_names() const;
+    std::vector<std::wstring> language_names() const;
+    // The current ones.
+    std::wstring language() const;
+    std::wstring user() const;
+
   private:
     ChosenDocument first_mapping_document() const;
-    std::wstring document_names() const;
-    std::wstring query_names() const;
+    void choose_language(const std::wstring& name);
+    void log_in(const std::wstring& login);
 
-    std::wstring path_;
+    std::wstring name_;  // of the file, as sentences begin with it
     automation::ComPtr<IHostKitService> service_;
     automation::ComPtr<IHostKit> kit_;
     automation::ComPtr<IKelosWorkset> workset_;

@@ -43,7 +43,7 @@ class Query {
         : arguments_(arguments),
           console_(console),
           course_(console, arguments, !arguments.out),
-          project_(arguments.input, arguments.window),
+          project_(arguments.input, arguments),
           query_(project_.query(arguments.query)),
           content_(automation::create_object<ITesseraQContent>(L"Tessera.QContent")),
           cursor_(get(content_, &ITesseraQContent::get_HQuery)) {

@@ -5,6 +5,7 @@
 #include "cli/failure.h"
 #include "cli/output_path.h"
 #include "cli/records/content_reader.h"
+#include "cli/standard_path.h"
 #include "cli/unit_labels.h"
 #include "cli/workbook/workbook_file.h"
 
@@ -16,7 +17,7 @@ class Spreadsheet {
     Spreadsheet(const Arguments& arguments, Console& console)
         : arguments_(arguments),
           console_(console),
-          course_(console, arguments, false),
+          course_(console, arguments, is_standard(*arguments.out)),
           base_(base_workbook(arguments.template_file, *arguments.out)) {
         check_output_path(*arguments.out, arguments.input);
     }
@@ -30,7 +31,7 @@ class Spreadsheet {
 
   private:
     void write() {
-        go_on(L"reading " + arguments_.input);
+        go_on(L"reading " + input_name(arguments_.input));
         const dom::Document document = load_content_document(arguments_.input);
         const dom::Node root = dom::root(document);
         const ContentRecords records =
@@ -47,9 +48,8 @@ class Spreadsheet {
 
     void tell() {
         tell_unwritten(console_.error, outcome_);
-        if (!arguments_.quiet) console_.out.write_line(summary(outcome_));
-        console_.out.write_line(arguments_.quiet ? *arguments_.out
-                                                 : L"written: " + *arguments_.out);
+        if (!arguments_.quiet) teller(console_, *arguments_.out).write_line(summary(outcome_));
+        tell_written(console_, *arguments_.out, arguments_.quiet);
     }
 
     const Arguments& arguments_;

@@ -46,6 +46,7 @@ function(add_windows_test name label)
     endif()
     add_executable(${name} ${ARG_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/test.rc)
     target_link_libraries(${name} PRIVATE test_support ${ARG_LIBRARIES})
+    target_precompile_headers(${name} REUSE_FROM test_support)
     target_include_directories(${name} PRIVATE
         ${CMAKE_RUNTIME_OUTPUT_DIRECTORY} ${PROJECT_BINARY_DIR}/generated)
     add_dependencies(${name} tessera_interfaces_files)

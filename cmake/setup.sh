@@ -3,7 +3,8 @@
 
 # Packages that every build needs; callers may add theirs before calling tessera_install.
 tessera_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
-    mingw-w64-tools faketime libz-mingw-w64-dev nlohmann-json3-dev wine wine64 libwine-dev)
+    mingw-w64-tools faketime libz-mingw-w64-dev nlohmann-json3-dev libcli11-dev wine wine64
+    libwine-dev)
 
 tessera_is_installed() {
     [ "$(dpkg-query -W -f '${db:Status-Abbrev}' "$1" 2>/dev/null | cut -c1-2)" = ii ]

@@ -5,6 +5,7 @@
 
 #include "automation/bstr.h"
 #include "cli/failure.h"
+#include "cli/standard_path.h"
 #include "cli/text_file.h"
 #include "text/utf8.h"
 
@@ -73,8 +74,8 @@ class RelationshipHandler : public XmlHandler {
 PackageReader::PackageReader(const std::wstring& path)
     : PackageReader(path, read_bytes(path, L"the workbook")) {}
 
-PackageReader::PackageReader(std::wstring path, std::string bytes)
-    : path_(std::move(path)), zip_(path_, std::move(bytes)) {}
+PackageReader::PackageReader(const std::wstring& path, std::string bytes)
+    : path_(input_name(path)), zip_(path_, std::move(bytes)) {}
 
 std::string PackageReader::read(std::string_view part) const {
     if (const ZipReader::Entry* const entry = zip_.find(part)) return zip_.read(*entry);

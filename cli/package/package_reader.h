@@ -22,7 +22,7 @@ class PackageReader {
   public:
     // Reads the file. Throws Failure, as everything here does.
     explicit PackageReader(const std::wstring& path);
-    PackageReader(std::wstring path, std::string bytes);
+    PackageReader(const std::wstring& path, std::string bytes);
 
     const std::wstring& path() const noexcept { return path_; }
     const ZipReader& archive() const noexcept { return zip_; }

@@ -110,7 +110,7 @@ std::optional<std::wstring> XmlAttributes::find(std::wstring_view name) const {
 
 void read_xml(std::string_view bytes, XmlHandler& handler, const std::wstring& what) {
     if (!Reading(resolved_references(bytes), handler).read())
-        throw Failure(what + L" is not well-formed XML");
+        throw Failure(what + L" is not well-formed XML; save the file anew");
 }
 
 }  // namespace cli

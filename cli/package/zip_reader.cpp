@@ -233,7 +233,9 @@ std::uint32_t ZipReader::long_at(std::size_t position) const noexcept {
 }
 
 void ZipReader::fail(std::wstring_view problem) const {
-    throw Failure(L"\"" + file_ + L"\" cannot be read: " + std::wstring(problem));
+    const bool has_advice = problem.find(L';') != problem.npos;
+    throw Failure(L"\"" + file_ + L"\" cannot be read: " + std::wstring(problem) +
+                  (has_advice ? L"" : L"; save it anew as .xlsx with a spreadsheet program"));
 }
 
 void ZipReader::fail_entry(const Entry& entry, std::wstring_view problem) const {

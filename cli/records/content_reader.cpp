@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/failure.h"
+#include "cli/standard_path.h"
 #include "cli/text_file.h"
 #include "text/leading_number.h"
 #include "text/string_forms.h"
@@ -136,7 +137,8 @@ std::u16string_view without_declaration(std::u16string_view text) {
 }
 
 [[noreturn]] void fail_as_content(const std::wstring& name, const std::wstring& reason) {
-    throw Failure(name + L" is no content document: " + reason);
+    throw Failure(name + L" is no content document: " + reason +
+                  L"; \"tessera export\" writes one");
 }
 
 std::wstring parse_failure(const dom::Document& document) {
@@ -193,7 +195,7 @@ dom::Document parse_content_document(std::u16string_view text, const std::wstrin
 
 dom::Document load_content_document(const std::wstring& path) {
     return parse_content_document(read_text_file(path, L"the content document"),
-                                  L"\"" + path + L"\"");
+                                  quoted_input(path));
 }
 
 }  // namespace cli

@@ -1,31 +1,33 @@
 #include "cli/review/content_input.h"
 
-#include "automation/file_handle.h"
 #include "cli/import/workbook_records.h"
 #include "cli/records/content_reader.h"
+#include "cli/standard_path.h"
+#include "cli/text_file.h"
 
 namespace cli {
 namespace {
 
-// Packages of office documents are zip archives. What cannot be opened is told by who reads it.
-bool is_zip(const std::wstring& path) {
-    const automation::FileHandle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
-                                                  nullptr));
-    char begin[2];
-    DWORD got = 0;
-    return file.is_open() && ReadFile(file.get(), begin, sizeof begin, &got, nullptr) &&
-           std::string_view(begin, got) == "PK";
+constexpr const wchar_t* role = L"the content document";
+
+// Packages of office documents are zip archives.
+bool is_zip(std::string_view bytes) {
+    return bytes.starts_with("PK");
 }
 
 }  // namespace
 
 std::vector<ContentRecord> read_content_input(const std::wstring& path, Course& course) {
-    course.phase(L"reading " + path);
+    course.phase(L"reading " + input_name(path));
     const RecordRead told = [&](long number, long count) { course.step(number, count); };
-    if (!is_zip(path)) return read_contents(dom::root(load_content_document(path)), told).contents;
-    WorkbookReader workbook(path);
-    return read_workbook_records(workbook, told);
+    std::string bytes = read_bytes(path, role);
+    if (is_zip(bytes)) {
+        WorkbookReader workbook(path, std::move(bytes));
+        return read_workbook_records(workbook, told);
+    }
+    const std::u16string text = decoded_text(bytes, path, role);
+    const dom::Document document = parse_content_document(text, quoted_input(path));
+    return read_contents(dom::root(document), told).contents;
 }
 
 }  // namespace cli

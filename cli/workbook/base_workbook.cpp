@@ -108,7 +108,9 @@ std::string BaseWorkbook::read(std::u16string_view part) const {
     Elements ignored(L"", [](const XmlAttributes&) {});
     package_->read_part(narrow(part), ignored);
     if (!text.starts_with('<') || text.find('\0') != text.npos || !tessera::from_utf8(text))
-        fail(L"its part \"" + std::wstring(automation::as_wide(part)) + L"\" is not UTF-8");
+        fail(L"its part \"" + std::wstring(automation::as_wide(part)) +
+             L"\" is not UTF-8; save it anew with "
+             L"a spreadsheet program");
     return text;
 }
 
@@ -133,11 +135,11 @@ void BaseWorkbook::read_types() {
 void BaseWorkbook::read_book() {
     const auto relationships = package_->relationships({});
     const Relationship* const to_book = find_relationship(relationships, L"officeDocument");
-    if (!to_book) fail(L"it is no workbook");
+    if (!to_book) fail(L"it is no workbook; save it as .xlsx");
     book_part = wide_part(to_book->target);
     book = read(book_part);
     if (!markup::find(book, "workbook") || !markup::find(book, "sheets"))
-        fail(L"it is no workbook of the form \".xlsx\"");
+        fail(L"it is no workbook of the form \".xlsx\"; save it as one");
     const auto type = types.of_parts.find(book_part);
     if (type != types.of_parts.end() && type->second.find(u"macro") != std::u16string::npos)
         fail(L"it has macros; save it as a workbook without them, \".xlsx\"");

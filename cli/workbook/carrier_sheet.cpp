@@ -115,7 +115,9 @@ std::optional<std::string> read_carrier_sheet(const SheetCells& sheet, const std
         base64 += chunk;
     }
     if (auto document = expanded(bytes_of(base64))) return document;
-    throw Failure(place + L" carries the content document, but its cells were changed");
+    throw Failure(place +
+                  L" carries the content document, but its cells were changed; "
+                  L"take that back, or export the workbook anew");
 }
 
 }  // namespace cli

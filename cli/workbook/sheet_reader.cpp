@@ -13,6 +13,9 @@
 namespace cli {
 namespace {
 
+// What a spreadsheet program writes is right.
+constexpr const wchar_t* save_anew = L"; save the workbook anew with a spreadsheet program";
+
 using automation::as_u16;
 
 std::optional<CellAddress> address_of(std::wstring_view text) {
@@ -131,7 +134,7 @@ class SheetHandler : public XmlHandler {
     }
 
     SheetCells take() {
-        if (!is_sheet_) throw Failure(place_ + L" is no sheet of cells");
+        if (!is_sheet_) throw Failure(place_ + L" is no sheet of cells" + save_anew);
         return std::move(sheet_);
     }
 
@@ -142,7 +145,7 @@ class SheetHandler : public XmlHandler {
         at_.column = 0;
         if (at_.row < 1 || at_.row > last_cell.row)
             throw Failure(place_ + L" has a row " + std::to_wstring(at_.row) +
-                          L", which no sheet has");
+                          L", which no sheet has" + save_anew);
     }
 
     void begin_cell(const XmlAttributes& attributes) {
@@ -205,7 +208,7 @@ class SheetHandler : public XmlHandler {
 
     [[noreturn]] void fail(const std::wstring& problem) const {
         throw Failure(place_ + L": the cell " + std::wstring(automation::as_wide(cell_name(at_))) +
-                      L" " + problem);
+                      L" " + problem + save_anew);
     }
 
     const CellTables& tables_;

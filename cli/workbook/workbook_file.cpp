@@ -21,7 +21,7 @@ WorkbookOutcome write_workbook_file(const std::wstring& path, const BaseWorkbook
     WorkbookPlan plan = plan_workbook(records, unit_label);
     if (plan.cells == 0)
         throw Failure(L"the content document has no value that a workbook can hold; \"" + path +
-                      L"\" was not written");
+                      L"\" was not written; \"tessera check\" says what its cells lack");
     if (base.counts_from_1904()) count_from_1904(plan);
     OutputFile file(path);
     const auto left_out = write_workbook(file, base, plan, contents_root, course);

@@ -5,6 +5,8 @@
 #include "automation/bstr.h"
 #include "cli/failure.h"
 #include "cli/records/content_reader.h"
+#include "cli/standard_path.h"
+#include "cli/text_file.h"
 #include "cli/workbook/carrier_sheet.h"
 #include "cli/workbook/sheet_name.h"
 #include "text/utf8.h"
@@ -75,15 +77,22 @@ std::optional<std::u16string> decoded(std::string_view bytes) {
 
 }  // namespace
 
-WorkbookReader::WorkbookReader(const std::wstring& path) : package_(path) {
+WorkbookReader::WorkbookReader(const std::wstring& path)
+    : WorkbookReader(path, read_bytes(path, L"the workbook")) {}
+
+WorkbookReader::WorkbookReader(const std::wstring& path, std::string bytes)
+    : package_(path, std::move(bytes)) {
     const auto of_package = package_.relationships({});
     const Relationship* const main = find_relationship(of_package, L"officeDocument");
-    const std::wstring start = L"\"" + path + L"\" ";
-    if (!main) throw Failure(start + L"is no workbook: its package has no main document");
+    const std::wstring start = quoted_input(path) + L" ";
+    if (!main)
+        throw Failure(start +
+                      L"is no workbook: its package has no main document; save it as .xlsx");
     workbook_ = main->target;
     WorkbookHandler handler;
     package_.read_part(workbook_, handler);
-    if (!handler.is_workbook) throw Failure(start + L"is no workbook, but another office document");
+    if (!handler.is_workbook)
+        throw Failure(start + L"is no workbook, but another office document; name the workbook");
     counts_from_1904_ = handler.counts_from_1904;
     relationships_ = package_.relationships(workbook_);
     for (const SheetReference& reference : handler.sheets)
@@ -96,7 +105,7 @@ WorkbookReader::WorkbookReader(const std::wstring& path) : package_(path) {
 const SheetCells& WorkbookReader::sheet(std::u16string_view name) {
     if (Sheet* const found = find_sheet(name)) return cells_of(*found);
     throw Failure(L"\"" + path() + L"\" has no sheet \"" + std::wstring(automation::as_wide(name)) +
-                  L"\"; it was there when the workbook was made");
+                  L"\"; it was there when the workbook was made: put it back");
 }
 
 WorkbookReader::Sheet* WorkbookReader::find_sheet(std::u16string_view name) {

@@ -14,6 +14,8 @@ class WorkbookReader {
   public:
     // Throws Failure when the file is no workbook.
     explicit WorkbookReader(const std::wstring& path);
+    // The same for the bytes of that file.
+    WorkbookReader(const std::wstring& path, std::string bytes);
 
     const std::wstring& path() const noexcept { return package_.path(); }
     bool counts_from_1904() const noexcept { return counts_from_1904_; }

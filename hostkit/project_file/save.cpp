@@ -1,7 +1,7 @@
 #include "hostkit/project_file/save.h"
 
 #include "automation/error.h"
-#include "automation/file_handle.h"
+#include "automation/unfinished_file.h"
 #include "hostkit/project_file/loader.h"
 #include "hostkit/project_file/model_changes.h"
 
@@ -13,33 +13,20 @@ namespace {
     automation::fail(HRESULT_FROM_WIN32(error), L"The file \"" + path + L"\" cannot be written");
 }
 
-// A file of its own beside the one that it shall replace, gone unless it does.
+// The bytes in a file that is not at its place yet.
 class Replacement {
   public:
-    Replacement(const std::wstring& path, const std::string& bytes)
-        : path_(path), temporary_(path + L".tessera-new") {
-        const automation::FileHandle file(CreateFileW(temporary_.c_str(), GENERIC_WRITE, 0, nullptr,
-                                                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL,
-                                                      nullptr));
-        DWORD written = 0;
-        if (!file.is_open() ||
-            !WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
-                       nullptr) ||
-            written != bytes.size() || !FlushFileBuffers(file.get()))
-            fail_writing(temporary_);
+    Replacement(const std::wstring& path, const std::string& bytes) : path_(path), file_(path) {
+        if (!file_.is_open() || !file_.write(bytes)) fail_writing(path_);
     }
-    ~Replacement() { DeleteFileW(temporary_.c_str()); }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
 
-    void move_into_place() const {
-        if (!MoveFileExW(temporary_.c_str(), path_.c_str(), MOVEFILE_REPLACE_EXISTING))
-            fail_writing(path_);
+    void move_into_place() {
+        if (!file_.move_into_place()) fail_writing(path_);
     }
 
   private:
     const std::wstring path_;
-    const std::wstring temporary_;
+    automation::UnfinishedFile file_;
 };
 
 // What a file says differently from the model.
@@ -68,7 +55,7 @@ void save(Model& model, const std::wstring& backup_path) {
                          L"\"" + path + L"\" was changed by somebody else since it was opened");
     std::string bytes = proven_bytes(model);
     if (bytes == model.source.bytes) return;
-    const Replacement replacement(path, bytes);
+    Replacement replacement(path, bytes);
     if (!backup_path.empty()) Replacement(backup_path, model.source.bytes).move_into_place();
     replacement.move_into_place();
     model.source.bytes = std::move(bytes);

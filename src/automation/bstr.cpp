@@ -1,3 +1,4 @@
+#include "automation/bstr_room.h"
 #include "automation/bstr_view.h"
 
 #include <algorithm>
@@ -31,6 +32,17 @@ Bstr Bstr::joined(std::initializer_list<std::wstring_view> texts) {
     for (const std::wstring_view text : texts)
         end = std::ranges::copy(text, end).out;
     return result;
+}
+
+BstrRoom::BstrRoom(std::size_t characters) : room_(Bstr::attach(allocate(nullptr, characters))) {}
+
+Bstr BstrRoom::finish(std::size_t length) {
+    if (length == 0) return {};
+    if (length == room_.view().size()) return std::move(room_);
+    // Without a text of its own it keeps the characters, and ends them anew.
+    if (!SysReAllocStringLen(room_.address(), nullptr, static_cast<UINT>(length)))
+        throw std::bad_alloc();
+    return std::move(room_);
 }
 
 NumberText::NumberText(long number) noexcept {

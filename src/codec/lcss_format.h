@@ -95,15 +95,10 @@ inline std::u16string PackFlags(std::vector<bool> flags, const AnsiCodePage& pag
     return packed;
 }
 
-inline std::vector<bool> UnpackFlags(std::u16string_view packed, const AnsiCodePage& page) {
-    std::vector<bool> flags;
-    flags.reserve(packed.size() * flags_per_character);
-    for (const char16_t character : packed) {
-        const unsigned byte = page.to_byte(character);
-        for (std::size_t i = 0; i < flags_per_character; ++i)
-            flags.push_back((byte >> i & 1) != 0);
-    }
-    return flags;
+// One of the flags that the packed text has.
+inline bool unpacked_flag(std::u16string_view packed, std::size_t index, const AnsiCodePage& page) {
+    const unsigned byte = page.to_byte(packed[index / flags_per_character]);
+    return (byte >> index % flags_per_character & 1) != 0;
 }
 
 }  // namespace tessera::lcss

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <span>
 
 #include "codec/uu_lanes.h"
 
@@ -31,69 +32,61 @@ uu::LaneBytes decode_odd_groups(const char16_t* codes, std::size_t groups, char1
     return uu::LaneBytes::any;
 }
 
-// Decodes lines into a block of bytes, which become characters when the block is full.
-class BlockDecoder {
-  public:
-    BlockDecoder(const AnsiCodePage& page, std::u16string& decoded)
-        : page_(page), decoded_(decoded), unchanged_(page.latin_is_identity()) {}
-
-    // One line of 1 to 61 characters. A malformed one yields nothing.
-    std::optional<UuFault> UUDecodePrv(std::u16string_view line) {
-        const int promised = page_.to_byte(line.front()) - uu::base_byte;
-        const std::u16string_view data = line.substr(uu::length_characters);
-        if (data.size() % uu::group_characters != 0) return UuFault::incomplete_group;
-        if (promised < 0) return UuFault::negative_length;
-        const std::size_t groups = data.size() / uu::group_characters;
-        const uu::LaneBytes kind = decode_data(data, groups);
-        if (kind == uu::LaneBytes::invalid) return UuFault::byte_overflow;
-        unchanged_ = unchanged_ && kind == uu::LaneBytes::latin;
-        end_ += std::min(groups * uu::group_bytes, static_cast<std::size_t>(promised));
-        if (++lines_ == uu::block_lines) flush();
-        return std::nullopt;
+uu::LaneBytes decode_data(std::u16string_view data, std::size_t groups, const AnsiCodePage& page,
+                          char16_t* bytes) {
+    // The alphabet is ASCII: characters within it need no conversion.
+    if (page.ascii_is_identity()) {
+        const uu::LaneBytes kind = uu::decode_groups(data.data(), groups, bytes);
+        if (kind != uu::LaneBytes::invalid) return kind;
     }
+    std::array<char16_t, uu::line_characters> codes;
+    page.to_bytes(data, codes.data());
+    return decode_odd_groups(codes.data(), groups, bytes);
+}
 
-    void flush() {
-        const std::size_t length = static_cast<std::size_t>(end_ - bytes_.data());
-        if (!unchanged_ && !page_.leaves_unchanged({bytes_.data(), length}))
-            page_.to_chars({bytes_.data(), length});
-        decoded_.append(bytes_.data(), length);
-        end_ = bytes_.data();
-        lines_ = 0;
-        unchanged_ = page_.latin_is_identity();
-    }
+void to_characters(std::span<char16_t> bytes, uu::LaneBytes kind, const AnsiCodePage& page) {
+    const bool known = kind == uu::LaneBytes::latin && page.latin_is_identity();
+    if (!known && !page.leaves_unchanged({bytes.data(), bytes.size()})) page.to_chars(bytes);
+}
 
-  private:
-    uu::LaneBytes decode_data(std::u16string_view data, std::size_t groups) {
-        // The alphabet is ASCII: characters within it need no conversion.
-        if (page_.ascii_is_identity()) {
-            const uu::LaneBytes kind = uu::decode_groups(data.data(), groups, end_);
-            if (kind != uu::LaneBytes::invalid) return kind;
-        }
-        std::array<char16_t, uu::line_characters> codes;
-        page_.to_bytes(data, codes.data());
-        return decode_odd_groups(codes.data(), groups, end_);
-    }
-
-    const AnsiCodePage& page_;
-    std::u16string& decoded_;
-    uu::BlockBytes bytes_;
-    char16_t* end_ = bytes_.data();
-    std::size_t lines_ = 0;
-    bool unchanged_;
-};
+// Decodes one line of 1 to 61 characters at `end` and moves `end` behind it. A malformed one yields
+// nothing, though what it wrote stays behind the end.
+std::optional<UuFault> UUDecodePrv(std::u16string_view line, const AnsiCodePage& page,
+                                   char16_t*& end) {
+    const int promised = page.to_byte(line.front()) - uu::base_byte;
+    const std::u16string_view data = line.substr(uu::length_characters);
+    if (data.size() % uu::group_characters != 0) return UuFault::incomplete_group;
+    if (promised < 0) return UuFault::negative_length;
+    const std::size_t groups = data.size() / uu::group_characters;
+    const uu::LaneBytes kind = decode_data(data, groups, page, end);
+    if (kind == uu::LaneBytes::invalid) return UuFault::byte_overflow;
+    const std::size_t length =
+        std::min(groups * uu::group_bytes, static_cast<std::size_t>(promised));
+    to_characters({end, length}, kind, page);
+    end += length;
+    return std::nullopt;
+}
 
 }  // namespace
 
-std::u16string UUDecode(std::u16string_view text, const AnsiCodePage& page,
-                        const UuMalformedLineSink& on_malformed_line) {
-    std::u16string decoded;
-    decoded.reserve(text.size() / uu::group_characters * uu::group_bytes);
-    BlockDecoder lines(page, decoded);
+std::size_t uu_decoded_room(std::size_t characters) {
+    return characters / uu::group_characters * uu::group_bytes + uu::slack_lanes;
+}
+
+std::size_t UUDecode(std::u16string_view text, const AnsiCodePage& page,
+                     const UuMalformedLineSink& on_malformed_line, char16_t* decoded) {
+    char16_t* end = decoded;
     for (std::size_t at = 0; at < text.size(); at += uu::line_characters) {
-        const auto fault = lines.UUDecodePrv(text.substr(at, uu::line_characters));
+        const auto fault = UUDecodePrv(text.substr(at, uu::line_characters), page, end);
         if (fault && on_malformed_line) on_malformed_line({at, *fault});
     }
-    lines.flush();
+    return static_cast<std::size_t>(end - decoded);
+}
+
+std::u16string UUDecode(std::u16string_view text, const AnsiCodePage& page,
+                        const UuMalformedLineSink& on_malformed_line) {
+    std::u16string decoded(uu_decoded_room(text.size()), u'\0');
+    decoded.resize(UUDecode(text, page, on_malformed_line, decoded.data()));
     return decoded;
 }
 

@@ -27,9 +27,15 @@ struct UuMalformedLine {
 // throws ends the decoding and reaches the caller.
 using UuMalformedLineSink = std::function<void(const UuMalformedLine&)>;
 
-// The decoded text of `text`, which is cut every 61 characters, whatever its lines say about
-// their length. A length character that promises more than the line holds yields what is
-// there; one that promises less drops the rest. Never longer than 3/4 of `text`.
+// How many characters need room while an encoded text of so many is decoded.
+std::size_t uu_decoded_room(std::size_t characters);
+
+// Writes the decoded text of `text` at `decoded`, which has the room that it needs, and answers its
+// length. `text` is cut every 61 characters, whatever its lines say about their length. A length
+// character that promises more than the line holds yields what is there; one that promises less
+// drops the rest. Never longer than 3/4 of `text`.
+std::size_t UUDecode(std::u16string_view text, const AnsiCodePage& page,
+                     const UuMalformedLineSink& on_malformed_line, char16_t* decoded);
 std::u16string UUDecode(std::u16string_view text, const AnsiCodePage& page,
                         const UuMalformedLineSink& on_malformed_line);
 

@@ -8,63 +8,55 @@
 namespace tessera {
 namespace {
 
-// Encodes 1 to 45 bytes at `out` and moves `out` behind the line. Missing bytes of the last group
-// are zero; the length character tells how many are real.
-uu::LaneBytes UUEncodePrv(const char16_t* bytes, std::size_t count, char16_t*& out) {
-    const std::size_t groups = (count + uu::group_bytes - 1) / uu::group_bytes;
-    out[0] = static_cast<char16_t>(uu::base_byte + count);
-    const uu::LaneBytes kind = uu::encode_groups(bytes, groups, out + uu::length_characters);
-    out += uu::length_characters + groups * uu::group_characters;
-    return kind;
+// Encodes the data of a line that takes its characters for bytes. The lane behind them is read.
+uu::LaneBytes encode_data(const char16_t* bytes, std::size_t count, char16_t* data) {
+    return uu::encode_groups(bytes, uu::groups_of(count), data);
 }
 
-// Takes the characters of whole lines for bytes as long as they have the same values. False, with
-// nothing appended, when they have not.
-bool append_unchanged_block(std::u16string& encoded, std::u16string_view text,
-                            const AnsiCodePage& page) {
-    uu::BlockCharacters characters;
-    char16_t* end = characters.data();
-    for (std::size_t at = 0; at < text.size(); at += uu::line_bytes) {
-        const std::u16string_view line = text.substr(at, uu::line_bytes);
-        if (UUEncodePrv(line.data(), line.size(), end) != uu::LaneBytes::ascii &&
-            !page.leaves_unchanged(line))
-            return false;
-    }
-    encoded.append(characters.data(), end);
-    return true;
+// True when the characters of the line, which has others behind it, have the values of their bytes.
+bool encode_unchanged(std::u16string_view line, const AnsiCodePage& page, char16_t* data) {
+    return encode_data(line.data(), line.size(), data) == uu::LaneBytes::ascii ||
+           page.leaves_unchanged(line);
 }
 
-void append_block(std::u16string& encoded, std::u16string_view text, const AnsiCodePage& page) {
-    std::array<char16_t, uu::block_lines * uu::line_bytes + uu::group_bytes> bytes;
-    page.to_bytes(text, bytes.data());
-    std::fill_n(bytes.data() + text.size(), uu::group_bytes, u'\0');
-    uu::BlockCharacters characters;
-    char16_t* end = characters.data();
-    for (std::size_t at = 0; at < text.size(); at += uu::line_bytes)
-        UUEncodePrv(bytes.data() + at, std::min(uu::line_bytes, text.size() - at), end);
-    if (!page.ascii_is_identity()) page.to_chars({characters.data(), end});
-    encoded.append(characters.data(), end);
+void encode_as_bytes(std::u16string_view line, const AnsiCodePage& page, char16_t* data) {
+    std::array<char16_t, uu::line_bytes + uu::group_bytes> bytes;
+    page.to_bytes(line, bytes.data());
+    std::fill_n(bytes.data() + line.size(), uu::group_bytes, u'\0');
+    encode_data(bytes.data(), line.size(), data);
 }
 
-std::size_t encoded_length(std::size_t characters) {
-    const std::size_t lines = (characters + uu::line_bytes - 1) / uu::line_bytes;
-    const std::size_t groups = (characters + uu::group_bytes - 1) / uu::group_bytes;
-    return lines * uu::length_characters + groups * uu::group_characters;
+// Encodes 1 to 45 characters at `encoded` and answers the end of the line. Missing bytes of the
+// last group are zero; the length character tells how many are real.
+char16_t* UUEncodePrv(std::u16string_view line, bool is_last, const AnsiCodePage& page,
+                      char16_t* encoded) {
+    char16_t* const data = encoded + uu::length_characters;
+    char16_t* const end = data + uu::groups_of(line.size()) * uu::group_characters;
+    *encoded = static_cast<char16_t>(uu::base_byte + line.size());
+    // The last line has no lane behind it.
+    if (is_last || !page.ascii_is_identity() || !encode_unchanged(line, page, data))
+        encode_as_bytes(line, page, data);
+    if (!page.ascii_is_identity()) page.to_chars({encoded, end});
+    return end;
 }
 
 }  // namespace
 
-std::u16string UUEncode(std::u16string_view text, const AnsiCodePage& page) {
-    constexpr std::size_t block_length = uu::block_lines * uu::line_bytes;
-    std::u16string encoded;
-    encoded.reserve(encoded_length(text.size()));
-    for (std::size_t at = 0; at < text.size(); at += block_length) {
-        const std::u16string_view block = text.substr(at, block_length);
-        // The last block has no lane behind it.
-        const bool try_unchanged = page.ascii_is_identity() && at + block_length < text.size();
-        if (!try_unchanged || !append_unchanged_block(encoded, block, page))
-            append_block(encoded, block, page);
+std::size_t uu_encoded_length(std::size_t characters) {
+    const std::size_t lines = (characters + uu::line_bytes - 1) / uu::line_bytes;
+    return lines * uu::length_characters + uu::groups_of(characters) * uu::group_characters;
+}
+
+void UUEncode(std::u16string_view text, const AnsiCodePage& page, char16_t* encoded) {
+    for (std::size_t at = 0; at < text.size(); at += uu::line_bytes) {
+        const bool is_last = text.size() - at <= uu::line_bytes;
+        encoded = UUEncodePrv(text.substr(at, uu::line_bytes), is_last, page, encoded);
     }
+}
+
+std::u16string UUEncode(std::u16string_view text, const AnsiCodePage& page) {
+    std::u16string encoded(uu_encoded_length(text.size()), u'\0');
+    UUEncode(text, page, encoded.data());
     return encoded;
 }
 

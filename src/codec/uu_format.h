@@ -15,6 +15,12 @@ inline constexpr std::size_t length_characters = 1;
 inline constexpr std::size_t line_characters =
     length_characters + line_bytes / group_bytes * group_characters;
 
+// The groups that carry so many bytes. Lines are made of whole groups, so that it counts for
+// several of them, too.
+constexpr std::size_t groups_of(std::size_t bytes) {
+    return (bytes + group_bytes - 1) / group_bytes;
+}
+
 // A six-bit value is written as the byte `base_byte` + value, but zero as the grave accent: a
 // space at the end of a text does not survive every field that the text travels in.
 inline constexpr int base_byte = 32;

@@ -1,7 +1,6 @@
 // The inner loops of the UU codec, on byte values that stand in 16-bit lanes.
 #pragma once
 
-#include <array>
 #include <cstddef>
 
 #include "codec/uu_format.h"
@@ -30,11 +29,5 @@ LaneBytes decode_groups(const char16_t* codes, std::size_t groups, char16_t* byt
 // What the two do on machines without vector instructions.
 LaneBytes encode_groups_portable(const char16_t* bytes, std::size_t groups, char16_t* codes);
 LaneBytes decode_groups_portable(const char16_t* codes, std::size_t groups, char16_t* bytes);
-
-// Lines are handled this many at a time: a string cannot be given its size without being filled
-// first, and appending each line alone costs as much as encoding it.
-inline constexpr std::size_t block_lines = 32;
-using BlockBytes = std::array<char16_t, block_lines * line_bytes + slack_lanes>;
-using BlockCharacters = std::array<char16_t, block_lines * line_characters>;
 
 }  // namespace tessera::uu

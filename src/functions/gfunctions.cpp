@@ -1,5 +1,6 @@
 #include "functions/gfunctions.h"
 
+#include "automation/bstr_room.h"
 #include "codec/lcss_compress.h"
 #include "codec/lcss_decompress.h"
 #include "codec/prefixed_text.h"
@@ -16,6 +17,7 @@ namespace tessera {
 
 using automation::as_u16;
 using automation::Bstr;
+using automation::BstrRoom;
 using automation::view_of;
 
 namespace {
@@ -57,13 +59,18 @@ void report_malformed_line(const UuMalformedLine& line) {
 
 Bstr GFunctions::uu_encode(std::wstring_view text) noexcept {
     return guarded_result<Bstr>(uu_encode_text, [&](Bstr& result) {
-        result = Bstr(tessera::UUEncode(as_u16(text), system_code_page()));
+        const std::size_t length = uu_encoded_length(text.size());
+        BstrRoom room(length);
+        tessera::UUEncode(as_u16(text), system_code_page(), room.begin());
+        result = room.finish(length);
     });
 }
 
 Bstr GFunctions::uu_decode(std::wstring_view text) noexcept {
     return guarded_result<Bstr>(uu_decode_text, [&](Bstr& result) {
-        result = Bstr(tessera::UUDecode(as_u16(text), system_code_page(), report_malformed_line));
+        BstrRoom room(uu_decoded_room(text.size()));
+        result = room.finish(tessera::UUDecode(as_u16(text), system_code_page(),
+                                               report_malformed_line, room.begin()));
     });
 }
 
@@ -75,9 +82,11 @@ Bstr GFunctions::lcss_compress(std::wstring_view text) noexcept {
 
 Bstr GFunctions::lcss_decompress(std::wstring_view text) noexcept {
     return guarded_result<Bstr>(decompress_text, [&](Bstr& result) {
-        const LcssText decompressed = tessera::LCSSDecompress(as_u16(text), system_code_page());
-        result = Bstr(decompressed.text);
-        if (!decompressed.complete) automation::fail(automation::error_invalid_procedure_call);
+        const LcssExtent extent = lcss_extent(as_u16(text), system_code_page());
+        BstrRoom room(extent.length);
+        tessera::LCSSDecompress(as_u16(text), system_code_page(), room.begin());
+        result = room.finish(extent.length);
+        if (!extent.complete) automation::fail(automation::error_invalid_procedure_call);
     });
 }
 

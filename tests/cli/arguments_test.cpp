@@ -65,7 +65,7 @@ TEST_CASE("workbooks are told by their names, and a template needs one to go to"
         CHECK(mentions(problem({L"spreadsheet", L"c.xml", L"--out", name}),
                        L"no name of a workbook"));
     CHECK(problem({L"export", L"p.xml", L"--template", L"t.xlsx"}) ==
-          L"export: \"--out\" is missing");
+          L"export: --template requires --out");
     CHECK(mentions(problem({L"export", L"p.xml", L"--template", L"t.xlsx", L"--out", L"c.xml"}),
                    L"must end in \".xlsx\""));
 }
@@ -116,15 +116,39 @@ TEST_CASE("values may look like options, and operands after two dashes") {
     CHECK(parsed({L"decode", L"-"}).input == L"-");
 }
 
-TEST_CASE("help is found wherever it is asked for") {
-    for (const Given& given : {Given{L"--help"}, Given{L"-h"}, Given{L"/?"},
-                               Given{L"export", L"--help"}, Given{L"query", L"p", L"-?"}})
-        CHECK(parsed(given).command == Command::help);
-    CHECK(parsed({L"--version"}).command == Command::version);
-    for (const wchar_t* option : {L"--document", L"--script", L"--no-scripts", L"--out", L"--quiet",
-                                  L"--window", L"--query", L"--format", L"--encode", L"columns",
-                                  L"rows", L"complete", L"strings", L"decode", L"--version"})
-        CHECK(mentions(std::wstring(cli::help_text()), option));
+TEST_CASE("help is found wherever it is asked for, and says what each command takes") {
+    const std::wstring overview = parsed({L"--help"}).text;
+    for (const Given& given : {Given{L"-h"}, Given{L"-?"}, Given{L"/?"}, Given{L"help"}})
+        CHECK(parsed(given).text == overview);
+    const std::wstring query = parsed({L"help", L"query"}).text;
+    for (const Given& given : {Given{L"query", L"--help"}, Given{L"query", L"p", L"-?"}})
+        CHECK(parsed(given).text == query);
+    CHECK(query.starts_with(
+        L"tessera query PROJECT --query NAME --format columns|rows|complete|strings\n"
+        L"              [--encode] "));
+    CHECK(mentions(query, L"\n  --out FILE          where to write; "));
+    CHECK(mentions(overview, L"\ntessera diff OLD NEW [--json] [--quiet]\n    Compares "));
+    for (const std::wstring& text : {overview, query})
+        for (std::size_t line = 0, end; (end = text.find(L'\n', line)) != text.npos; line = end + 1)
+            CHECK(end - line <= 80);
+    CHECK(parsed({L"--version"}).text.starts_with(L"tessera "));
+}
+
+TEST_CASE("a completion script names every command, its options and their values") {
+    const std::wstring script = parsed({L"completion", L"powershell"}).text;
+    const std::wstring overview = parsed({L"help"}).text;
+    const std::wstring call = L"\ntessera ";
+    for (std::size_t at = overview.find(call); at != overview.npos;
+         at = overview.find(call, at + 1)) {
+        const std::size_t name = at + call.size();
+        const std::wstring command =
+            overview.substr(name, overview.find_first_of(L" \n", name) - name);
+        CHECK(mentions(script, (command.starts_with(L"--") ? L"'" + command + L"'"
+                                                           : L"\n        '" + command + L"' = @{ ")
+                                   .c_str()));
+    }
+    CHECK(mentions(script, L"'--format' = @('columns', 'rows', 'complete', 'strings'); "));
+    CHECK(mentions(script, L"'--encode' = $null"));
 }
 
 TEST_CASE("what is wrong is named") {
@@ -133,27 +157,31 @@ TEST_CASE("what is wrong is named") {
         const wchar_t* named;
     } cases[] = {
         {{}, L"no command"},
-        {{L"transport", L"p"}, L"\"transport\""},
+        {{L"transport", L"p"}, L"\"transport\"; \"tessera --help\" lists them"},
+        {{L"exprt", L"p"}, L"\"exprt\"; did you mean \"export\"?"},
+        {{L"--quiet", L"export", L"p"}, L"\"--quiet\" must stand behind the command"},
+        {{L"help", L"exprot"}, L"did you mean \"export\"?"},
         {{L"import", L"w"}, L"\"--project\" is missing"},
         {{L"import", L"w", L"--project", L"p", L"--prefer", L"me"}, L"\"me\""},
         {{L"export"}, L"project file is missing"},
-        {{L"export", L""}, L"project file has no name"},
+        {{L"export", L""}, L"PROJECT: its value is empty"},
         {{L"decode"}, L"file to decode is missing"},
         {{L"export", L"p", L"q"}, L"\"q\""},
         {{L"export", L"p", L"--format", L"rows"}, L"\"--format\""},
-        {{L"export", L"p", L"--Quiet"}, L"\"--Quiet\""},
+        {{L"export", L"p", L"--Quiet"}, L"\"--Quiet\"; did you mean \"--quiet\"?"},
         {{L"export", L"p", L"-q"}, L"\"-q\""},
         {{L"export", L"p", L"--out"}, L"\"--out\" needs a value"},
-        {{L"export", L"p", L"--out", L""}, L"\"--out\" needs a value"},
+        {{L"export", L"p", L"--out", L""}, L"--out: its value is empty"},
         {{L"export", L"p", L"--out="}, L"\"--out\" needs a value"},
         {{L"export", L"p", L"--quiet=yes"}, L"\"--quiet\" takes no value"},
         {{L"export", L"p", L"--out", L"a", L"--out", L"b"}, L"\"--out\" is given twice"},
         {{L"query", L"p", L"--format", L"rows"}, L"\"--query\" is missing"},
         {{L"query", L"p", L"--query", L"q"}, L"\"--format\" is missing"},
-        {{L"query", L"p", L"--query", L"q", L"--format", L"Rows"}, L"\"Rows\""},
+        {{L"query", L"p", L"--query", L"q", L"--format", L"Rows"},
+         L"\"Rows\" is none of columns, rows, "},
         {{L"query", L"p", L"--query", L"q", L"--format", L"rows", L"--encode"}, L"\"--encode\""},
         {{L"decode", L"f", L"--window"}, L"\"--window\""},
-        {{L"export", L"p", L"--script", L"s", L"--no-scripts"}, L"exclude each other"},
+        {{L"export", L"p", L"--script", L"s", L"--no-scripts"}, L"--script excludes --no-scripts"},
     };
     for (const auto& wrong : cases) {
         CAPTURE(wrong.given.size());

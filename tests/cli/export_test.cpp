@@ -243,7 +243,8 @@ TEST_CASE("without a script or its procedure nothing is written, and the reason 
     const Outcome stored = place.run({L"export", L"p.xml", L"--document", L"Bare"});
     CHECK(stored.code == 1);
     CHECK(stored.error ==
-          "tessera: the document \"Bare\" has no mapping script; nothing was written\n");
+          "tessera: the document \"Bare\" has no mapping script, and \"--script\" names none; "
+          "nothing was written\n");
     const Outcome given =
         place.run({L"export", L"p.xml", L"--document", L"Bare", L"--script", L"empty.vbs"});
     CHECK(given.code == 1);

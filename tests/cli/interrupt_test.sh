@@ -24,7 +24,7 @@ start() {
 # Waits until the condition holds; a program that has ended by then fails the test.
 wait_until() {
     until "$@"; do
-        kill -0 "$pid" 2>/dev/null || fail "the program ended before: $*"
+        kill -0 "$pid" 2>/dev/null || { wait "$pid"; fail "exit code $? came before: $*"; }
         sleep 0.05
     done
 }

@@ -10,6 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr wchar_t in_name[] = L"standard-input";
 constexpr wchar_t out_name[] = L"standard-output";
 constexpr wchar_t error_name[] = L"standard-error";
 
@@ -38,6 +39,14 @@ std::string read_file(const fs::path& path) {
     return bytes.str();
 }
 
+// Nothing where there is none.
+HANDLE open_inherited(const fs::path& path) {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, &inherited,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return file == INVALID_HANDLE_VALUE ? nullptr : file;
+}
+
 HANDLE create_inherited(const fs::path& path) {
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     return CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
@@ -52,6 +61,7 @@ RunningProgram::RunningProgram(const fs::path& folder, const std::vector<std::ws
     STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = open_inherited(folder / in_name);
     start.hStdOutput = create_inherited(folder / out_name);
     start.hStdError = create_inherited(folder / error_name);
     // Under Wine a start fails now and then while other processes start or end.
@@ -62,6 +72,7 @@ RunningProgram::RunningProgram(const fs::path& folder, const std::vector<std::ws
         started = CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, creation_flags,
                                  nullptr, folder.c_str(), &start, &process_);
     }
+    if (start.hStdInput) CloseHandle(start.hStdInput);
     CloseHandle(start.hStdOutput);
     CloseHandle(start.hStdError);
     REQUIRE(started);
@@ -111,6 +122,11 @@ bool Workplace::has(const wchar_t* name) const {
 
 Outcome Workplace::run(const std::vector<std::wstring>& arguments) const {
     return RunningProgram(folder_, arguments, 0).wait();
+}
+
+Outcome Workplace::run(const std::vector<std::wstring>& arguments, std::string_view input) const {
+    write(in_name, input);
+    return run(arguments);
 }
 
 std::string project_file(std::string_view documents, std::string_view queries) {

@@ -49,6 +49,8 @@ class Workplace {
     const std::filesystem::path& folder() const noexcept { return folder_; }
 
     Outcome run(const std::vector<std::wstring>& arguments) const;
+    // The same with these bytes on standard input.
+    Outcome run(const std::vector<std::wstring>& arguments, std::string_view input) const;
 
   private:
     std::filesystem::path folder_;

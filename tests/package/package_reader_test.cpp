@@ -85,7 +85,7 @@ TEST_CASE_FIXTURE(test::ComFixture, "a part that is missing or no XML is told by
 
 TEST_CASE_FIXTURE(test::ComFixture,
                   "XML comes as events, whatever the platform's parser makes of it") {
-    const std::wstring broken = L"part is not well-formed XML";
+    const std::wstring broken = L"part is not well-formed XML; save the file anew";
     CHECK(events("<x:a xmlns:x='u' x:id='1&#10;2'> <b/>t</x:a>") == L"<a 1\n2> <b ></>t</>");
     CHECK(events("<a>1&#13;&#10;2&#9;&lt;&#x41;&#x1F600;&#228;<![CDATA[&#10;<]]></a>") ==
           L"<a >1\r\n2\t<A\xD83D\xDE00\xE4&#10;<</>");
