@@ -51,7 +51,36 @@ class TypeLibrary {
         return cached;
     }
 
+    ITypeInfo* class_of(REFIID id) {
+        for (UINT i = 0; i < own_->GetTypeInfoCount(); ++i) {
+            TYPEKIND kind;
+            check(own_->GetTypeInfoType(i, &kind));
+            if (kind != TKIND_COCLASS) continue;
+            ComPtr<ITypeInfo> info;
+            check(own_->GetTypeInfo(i, info.put()));
+            if (guid_of(default_interface(info.get()).get()) == id) return info.detach();
+        }
+        return nullptr;
+    }
+
   private:
+    static GUID guid_of(ITypeInfo* info) {
+        TYPEATTR* attributes = nullptr;
+        check(info->GetTypeAttr(&attributes));
+        const GUID id = attributes->guid;
+        info->ReleaseTypeAttr(attributes);
+        return id;
+    }
+
+    // Every class of ours has one interface.
+    static ComPtr<ITypeInfo> default_interface(ITypeInfo* coclass) {
+        HREFTYPE reference = 0;
+        ComPtr<ITypeInfo> info;
+        check(coclass->GetRefTypeOfImplType(0, &reference));
+        check(coclass->GetRefTypeInfo(reference, info.put()));
+        return info;
+    }
+
     // The shared library is loaded first and kept: a reference to it is then resolved by the loaded
     // one where it is neither registered nor named by a manifest.
     TypeLibrary() {
@@ -122,6 +151,10 @@ void add_thread_idle_hook(ThreadIdleHook hook) {
 
 ITypeInfo* type_info(REFGUID id) {
     return TypeLibrary::instance().info(id);
+}
+
+ITypeInfo* class_of_interface(REFIID id) {
+    return TypeLibrary::instance().class_of(id);
 }
 
 }  // namespace automation

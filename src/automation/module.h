@@ -38,4 +38,7 @@ std::wstring module_path();
 // Throws when neither library holds it.
 ITypeInfo* type_info(REFGUID id);
 
+// The class of this module's own type library whose default interface this is, or null.
+ITypeInfo* class_of_interface(REFIID id);
+
 }  // namespace automation
