@@ -6,6 +6,7 @@
 #include "content/tessera_content.h"
 #include "functions/gfunctions.h"
 #include "mapping/sc_global.h"
+#include "script/vex_script.h"
 #include "support/content_text.h"
 #include "support/full_run.h"
 
@@ -92,6 +93,13 @@ TEST_CASE_FIXTURE(ProjectFixture, "whichever allocation fails, it is reported an
              const auto read = make<tessera::Tessera>();
              read->putref_WorkSet(workset.get());
              read->putref_XMLNode(nullptr, node.get());
+         }},
+        {L"export",
+         [&] {
+             const auto runner = make<tessera::VexScript>();
+             runner->putref_WorkSet(workset.get());
+             runner->putref_Document(sheet.get());
+             runner->execute(runner->vex_script(sheet.get()).view());
          }},
         {L"codecs",
          [&] {
