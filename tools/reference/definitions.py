@@ -54,6 +54,7 @@ class Type:
     base: str = ""  # of a coclass: its interface
     members: list = field(default_factory=list)
     values: list = field(default_factory=list)  # (name, number, help)
+    notes: list = field(default_factory=list)  # of a coclass: how its members fail
 
 
 class Definitions:
@@ -134,13 +135,13 @@ class Definitions:
         for name, help_text in self.comments():
             self.defaults[name] = help_text
         while self.peek()[0] != "end":
-            self.comments()
+            notes = self.comments()
             attributes = self.attributes()
             word = self.next()[1]
             if word == "typedef":
                 self.parse_enumeration()
             elif word in ("interface", "dispinterface", "coclass"):
-                self.parse_type(word, attributes)
+                self.parse_type(word, attributes, notes)
             elif word == "library":
                 self.types.append(Type(word, self.next()[1], attributes["helpstring"], attributes))
 
@@ -163,8 +164,8 @@ class Definitions:
                 self.next()
         self.types.append(found)
 
-    def parse_type(self, kind, attributes):
-        found = Type(kind, self.next()[1], attributes.get("helpstring", ""), attributes)
+    def parse_type(self, kind, attributes, notes):
+        found = Type(kind, self.next()[1], attributes.get("helpstring", ""), attributes, notes=notes)
         if self.peek()[1] == ":":
             self.next()
             found.base = self.next()[1]

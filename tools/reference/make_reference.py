@@ -152,7 +152,9 @@ class Reference:
     def note_lines(self, owner, parts):
         notes = parts[0].notes
         lines = [f"{text}\n" for name, text in notes if name == "Remark"]
-        lines += [f"Raises an error: {text}.\n" for name, text in notes if name == "Error"]
+        failures = dict(self.types[owner].notes) if owner in self.types else {}
+        if parts[0].name in failures:
+            lines.append(f"Fails: {failures[parts[0].name]}.\n")
         reports = list(self.labels.get((owner, parts[0].name), {}))
         sources = [source for (holder, _), found in self.labels.items() if holder == owner
                    for source in (report.split("|")[0] for report in found)]
@@ -183,10 +185,14 @@ class Reference:
         lines += self.example_lines(found.name)
         ancestors = list(self.inherited(interface))
         own = [m for m in interface.members if not m.shared or interface.name == "IHostKitObject"]
-        # A class that adds next to nothing has its members from the contract: here they are whole.
-        taken = ancestors[:1] if len(own) <= 1 else []
+        # The contract's members of the same role stand here, too; those of every object only once.
+        is_told_elsewhere = interface.base == "IKelosObject" and interface.name != "IHostKitObject"
+        taken = [] if is_told_elsewhere else ancestors[:1]
         whole = own + [member for ancestor in taken for member in ancestor.members]
         groups = self.groups(member for member in whole if not is_hidden(member))
+        unknown = [name for name, _ in found.notes if name not in groups] if self.shows_kit else []
+        if unknown:
+            fail(f"{found.name} has no member {unknown[0]}")
         if groups:
             lines += ["| Member | |", "|---|---|"]
             lines += [f"| [{name}](#{name.lower()}) | {sentence(parts[0].help)} |"
