@@ -61,8 +61,8 @@ STDMETHODIMP ValueItem::put_DisplayValue(uceDataType VType, VARIANT NewValue) {
     return S_OK;
 }
 
-STDMETHODIMP ValueItem::putref_DisplayValue(uceDataType VType, VARIANT NewValue) {
-    return put_DisplayValue(VType, NewValue);
+STDMETHODIMP ValueItem::putref_DisplayValue(uceDataType VType, VARIANT* NewValue) {
+    return NewValue ? put_DisplayValue(VType, *NewValue) : E_POINTER;
 }
 
 STDMETHODIMP ValueItem::get_Value(uceDataType VType, VARIANT* Result) {
@@ -75,8 +75,8 @@ STDMETHODIMP ValueItem::put_Value(uceDataType VType, VARIANT NewValue) {
     return S_OK;
 }
 
-STDMETHODIMP ValueItem::putref_Value(uceDataType VType, VARIANT NewValue) {
-    return put_Value(VType, NewValue);
+STDMETHODIMP ValueItem::putref_Value(uceDataType VType, VARIANT* NewValue) {
+    return NewValue ? put_Value(VType, *NewValue) : E_POINTER;
 }
 
 STDMETHODIMP ValueItem::get_LCID(short* Result) {

@@ -25,10 +25,10 @@ class ValueItem : public automation::Object<ValueItem, ITesseraValueItem>, publi
 
     STDMETHODIMP get_DisplayValue(uceDataType VType, VARIANT* Result) override;
     STDMETHODIMP put_DisplayValue(uceDataType VType, VARIANT NewValue) override;
-    STDMETHODIMP putref_DisplayValue(uceDataType VType, VARIANT NewValue) override;
+    STDMETHODIMP putref_DisplayValue(uceDataType VType, VARIANT* NewValue) override;
     STDMETHODIMP get_Value(uceDataType VType, VARIANT* Result) override;
     STDMETHODIMP put_Value(uceDataType VType, VARIANT NewValue) override;
-    STDMETHODIMP putref_Value(uceDataType VType, VARIANT NewValue) override;
+    STDMETHODIMP putref_Value(uceDataType VType, VARIANT* NewValue) override;
     STDMETHODIMP get_LCID(short* Result) override;
     STDMETHODIMP put_LCID(short NewValue) override;
 

@@ -5,3 +5,10 @@
 #else
 #define VALUE_HELP(text) [helpstring(text)]
 #endif
+
+// MIDL takes the identifier of an enumeration inside of a library only.
+#ifdef __midl
+#define ENUMERATION_ID(id) public
+#else
+#define ENUMERATION_ID(id) uuid(id)
+#endif

@@ -12,10 +12,10 @@ class ForeignItem : public automation::Object<ForeignItem, ITesseraValueItem> {
   public:
     STDMETHODIMP get_DisplayValue(uceDataType, VARIANT*) override { return E_NOTIMPL; }
     STDMETHODIMP put_DisplayValue(uceDataType, VARIANT) override { return E_NOTIMPL; }
-    STDMETHODIMP putref_DisplayValue(uceDataType, VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP putref_DisplayValue(uceDataType, VARIANT*) override { return E_NOTIMPL; }
     STDMETHODIMP get_Value(uceDataType, VARIANT*) override { return E_NOTIMPL; }
     STDMETHODIMP put_Value(uceDataType, VARIANT) override { return E_NOTIMPL; }
-    STDMETHODIMP putref_Value(uceDataType, VARIANT) override { return E_NOTIMPL; }
+    STDMETHODIMP putref_Value(uceDataType, VARIANT*) override { return E_NOTIMPL; }
     STDMETHODIMP get_LCID(short*) override { return E_NOTIMPL; }
     STDMETHODIMP put_LCID(short) override { return E_NOTIMPL; }
 };
@@ -110,8 +110,8 @@ TEST_CASE_FIXTURE(ComFixture, "an item keeps objects by reference, what referenc
     const auto items = create<ITesseraValueItems>(L"Tessera.ValueItems");
     const auto holder = create<ITesseraValueItem>(L"Tessera.ValueItem");
     const ULONG before = test::reference_count(items.get());
-    const Variant object(items.get());
-    call(holder, &ITesseraValueItem::putref_Value, uccVBString, static_cast<VARIANT>(object));
+    Variant object(items.get());
+    call(holder, &ITesseraValueItem::putref_Value, uccVBString, &object);
     CHECK(test::reference_count(items.get()) == before + 2);
     CHECK(automation::same_object(
         get(holder, &ITesseraValueItem::get_Value, uccVBString).object().get(), items.get()));
