@@ -33,6 +33,8 @@ set(generated ${CMAKE_BINARY_DIR}/generated)
 install(FILES ${generated}/tessera.h ${generated}/kelos.h ${generated}/hostkit.h ${generated}/model.h
               ${generated}/services.h src/component/tessera.idl src/host/kelos.idl hostkit/hostkit.idl
               hostkit/model.idl hostkit/services.idl
+              # What the definitions include.
+              src/host/value_help.h hostkit/object_members.idl
         DESTINATION include COMPONENT development)
 install(DIRECTORY samples DESTINATION . COMPONENT samples
         # What the languages' own builds leave there.
