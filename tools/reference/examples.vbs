@@ -129,7 +129,7 @@ WScript.Echo Document.TypeText & Document.SubTypeText  ' L2
 ' == HostKitAttribute
 Set Flow = Kit.Object("A10|U12|P101A").AttributeByFullName("Process.Flow")
 Flow.Value(1) = 13
-WScript.Echo CStr(Flow.ValueCount & " " & Flow.UnitLabel <> " ")  ' True
+WScript.Echo Flow.Value(1) & " of " & Flow.ValueCount  ' 13 of 1
 ' == HostKitLanguages
 For Each Language In WorkSet.CurrentProject.Languages
     If Language.LCID = 1033 Then WScript.Echo Language.Name  ' English
