@@ -11,10 +11,6 @@
 #include "cli/standard_path.h"
 #include "cli/wide_text.h"
 
-#ifndef TESSERA_VERSION
-#define TESSERA_VERSION L""
-#endif
-
 namespace cli {
 namespace {
 

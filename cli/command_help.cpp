@@ -1,5 +1,7 @@
 #include "cli/command_help.h"
 
+#include "cli/words.h"
+
 namespace cli {
 namespace {
 
@@ -39,7 +41,7 @@ std::string wrapped(std::string text, std::size_t indent, const std::vector<std:
 }
 
 std::vector<std::string> words_of(const std::string& text) {
-    return CLI::detail::split(text, ' ');
+    return split(text, ' ');
 }
 
 std::vector<const CLI::Option*> options_of(const CLI::App& command) {
@@ -67,7 +69,7 @@ std::string usage(const CLI::App& command) {
 std::string explained(const CLI::Option& option) {
     std::string text = option.get_description();
     if (option.get_positional() && !choices_of(option).empty())
-        text += ": " + CLI::detail::join(choices_of(option), ", ");
+        text += ": " + joined(choices_of(option), ", ");
     return wrapped("  " + name_with_value(option), text_column, words_of(text));
 }
 

@@ -5,6 +5,7 @@
 
 #include "cli/nearest.h"
 #include "cli/wide_text.h"
+#include "cli/words.h"
 
 namespace cli {
 namespace {
@@ -20,12 +21,11 @@ using Names = std::vector<std::pair<std::string, Value>>;
 
 // What is wrong with a value that is none of the choices, or nothing.
 std::string choice_problem(const std::string& choices, const std::string& value) {
-    const std::vector<std::string> known = CLI::detail::split(choices, bar);
+    const std::vector<std::string> known = split(choices, bar);
     if (std::ranges::count(known, value) > 0) return {};
-    std::vector<std::wstring> names;
-    for (const std::string& name : known)
-        names.push_back(wide(name));
-    return "\"" + value + "\" is none of " + CLI::detail::join(known, ", ") +
+    std::vector<std::wstring> names(known.size());
+    std::ranges::transform(known, names.begin(), wide);
+    return "\"" + value + "\" is none of " + joined(known, ", ") +
            utf8(suggestion(wide(value), names));
 }
 
@@ -106,12 +106,12 @@ class Definition {
     }
 
   private:
-    CLI::Option* add(const char* name, const char* text, Take take) {
+    CLI::Option* add(const char* name, const char* text, const Take& take) {
         return last_ = command_.add_option_function<std::string>(name, take, text);
     }
-    Definition& option(const char* name, const std::string& placeholder, Take take,
+    Definition& option(const char* name, const std::string& placeholder, const Take& take,
                        const char* text) {
-        expect(*add(name, text, std::move(take)), placeholder);
+        expect(*add(name, text, take), placeholder);
         return *this;
     }
 
@@ -305,7 +305,7 @@ std::string value_of(const CLI::Option& option) {
 std::vector<std::string> choices_of(const CLI::Option& option) {
     const std::string value = value_of(option);
     if (value.find(bar) == value.npos) return {};
-    return CLI::detail::split(value, bar);
+    return split(value, bar);
 }
 
 bool takes_file(const CLI::Option& option) {

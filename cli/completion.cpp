@@ -1,5 +1,7 @@
 #include "cli/completion.h"
 
+#include "cli/words.h"
+
 namespace cli {
 namespace {
 
@@ -67,10 +69,6 @@ constexpr const char* powershell_end = R"(    }
     }
 }
 )";
-
-std::string joined(const std::vector<std::string>& words, const std::string& between) {
-    return CLI::detail::join(words, between);
-}
 
 std::vector<std::string> command_names(const CLI::App& command_line) {
     std::vector<std::string> names;

@@ -2,12 +2,9 @@
 
 #include "automation/thread_slot.h"
 
-#include <cguid.h>
-
 namespace hostkit {
 namespace {
 
-using automation::Bstr;
 using automation::ComPtr;
 using automation::ThreadOwn;
 
@@ -32,16 +29,6 @@ void tell_watcher() {
     const HRESULT code = watcher->Called(watch.row, watch.row_count);
     watch.is_telling = false;
     automation::check(code, watcher);
-}
-
-void set_error_info(const automation::ErrorReport& error) {
-    ComPtr<ICreateErrorInfo> creator;
-    if (FAILED(CreateErrorInfo(creator.put()))) return;
-    const Bstr own_source(L"KelosHostKit");
-    creator->SetGUID(GUID_NULL);
-    creator->SetDescription(error.description.get());
-    creator->SetSource(error.source.empty() ? own_source.get() : error.source.get());
-    if (const auto info = creator.try_as<IErrorInfo>()) SetErrorInfo(0, info.get());
 }
 
 }  // namespace
@@ -73,16 +60,6 @@ void note_row(long row, long row_count) {
 
 long noted_row() {
     return ThreadOwn<Watch>::get().row;
-}
-
-HRESULT raise_current_error() noexcept {
-    const automation::ErrorReport error = automation::current_error();
-    try {
-        set_error_info(error);
-    } catch (...) {
-        // The code alone must do.
-    }
-    return error.code;
 }
 
 }  // namespace hostkit

@@ -13,6 +13,9 @@
 
 namespace hostkit {
 
+// Who raises an error that nobody else did.
+inline constexpr wchar_t error_source[] = L"KelosHostKit";
+
 // Fault injection, per thread. The n-th counted call from now on (n from 1) fails with the code;
 // n = 0 ends it. One call fails; those after it work again.
 void fail_call(long n, HRESULT code);
@@ -30,9 +33,6 @@ void watch_calls(IHostKitWatcher* watcher);
 void note_row(long row, long row_count);
 // That row; 0 before the first.
 long noted_row();
-
-// Sets the thread's error info from the exception being handled and answers its code.
-HRESULT raise_current_error() noexcept;
 
 // What a member is. The contract's are written into the log of calls and may fail by their name.
 struct Counted {};    // a call of the contract: may be made to fail by its number, too
@@ -60,7 +60,7 @@ HRESULT run(const Given<Values...>& arguments, Body&& body,
         body();
         return S_OK;
     } catch (...) {
-        return raise_current_error();
+        return automation::raise_current_error(error_source);
     }
 }
 template <class Kind = Counted, class Body>
@@ -73,7 +73,7 @@ HRESULT run(Body&& body,
 template <class Kind = Counted, class T, class Body, class... Values>
 HRESULT answer(T* result, const Given<Values...>& arguments, Body&& body,
                const std::source_location& member = std::source_location::current()) noexcept {
-    if (!result) return E_POINTER;
+    if (!result) return run<Uncounted>([] { automation::fail(E_POINTER); });
     using Holder = typename automation::Owned<T>::type;
     Holder holder{};
     const HRESULT code = run<Kind>(

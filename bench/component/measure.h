@@ -29,27 +29,36 @@ struct Figures {
     double baseline = 0;
     std::string unit = "us";
     bool as_difference = false;
+    double ratio_of_pairs = 0;  // where repetitions were paired
 
     double value() const {
         if (as_difference) return component - baseline;
+        if (ratio_of_pairs > 0) return ratio_of_pairs;
         return baseline > 0 ? component / baseline : 0;
     }
 };
 
 // Both answer the seconds that they took, so that what prepares them does not count; `times` is how
-// often the work was done in them.
+// often the work was done in them. A machine is slower in one second than in the next, and who
+// comes second finds the memory as the first left it: neighbours are held against each other, and
+// take turns in coming first.
 template <class Component, class Baseline>
 Figures compare(int rounds, int times, Component&& component, Baseline&& baseline) {
     std::vector<double> own;
     std::vector<double> other;
+    std::vector<double> ratios;
     component();
     baseline();
     for (int round = 0; round < rounds; ++round) {
-        own.push_back(component());
+        if (round % 2 == 0) own.push_back(component());
         other.push_back(baseline());
+        if (round % 2 != 0) own.push_back(component());
+        ratios.push_back(own.back() / other.back());
     }
     const double to_microseconds = 1e6 / times;
-    return {median(own) * to_microseconds, median(other) * to_microseconds};
+    Figures figures{median(own) * to_microseconds, median(other) * to_microseconds};
+    figures.ratio_of_pairs = median(ratios);
+    return figures;
 }
 
 struct Benchmark {

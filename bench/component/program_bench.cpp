@@ -96,6 +96,12 @@ Export measure_export() {
     return result;
 }
 
+// Time and memory come from the same runs.
+const Export& measured_export() {
+    static const Export measured = measure_export();
+    return measured;
+}
+
 }  // namespace
 
 int execute_and_save(const wchar_t* project_path, const wchar_t* target_path) {
@@ -118,9 +124,9 @@ int execute_and_save(const wchar_t* project_path, const wchar_t* target_path) {
 Benchmarks program_benchmarks() {
     constexpr char baseline[] = "Execute of the same, and the parser's save";
     return {{"export", "tessera.exe export, 20,000 rows", baseline, 1.3,
-             [] { return measure_export().time; }},
+             [] { return measured_export().time; }},
             {"export-memory", "tessera.exe export, 20,000 rows, memory", baseline, 1.15,
-             [] { return measure_export().memory; }}};
+             [] { return measured_export().memory; }}};
 }
 
 }  // namespace bench

@@ -15,7 +15,7 @@
 namespace bench {
 namespace {
 
-constexpr int rounds = 15;
+constexpr int rounds = 31;
 
 // A loop around one statement. "P" is the pump.
 std::wstring loop(const wchar_t* statement, int rows) {

@@ -1,4 +1,5 @@
 #include "automation/conversion.h"
+#include "automation/enumerator.h"
 #include "hostkit/objects/element_handle.h"
 
 namespace hostkit {
@@ -17,7 +18,7 @@ using UnitRef = std::shared_ptr<const Unit>;
 
 ComPtr<IKelosUnitGroup> make_unit_group(const UnitRef& member);
 
-class UnitObject : public Object<UnitObject, IKelosUnit> {
+class UnitObject : public Object<UnitObject, Extends<IHostKitUnit, IKelosUnit>> {
   public:
     explicit UnitObject(UnitRef unit) : unit_(std::move(unit)) {}
 
@@ -40,7 +41,8 @@ ComPtr<IKelosUnit> make_unit(const UnitRef& unit) {
     return automation::make<UnitObject>(unit)->main_pointer();
 }
 
-class UnitGroupObject : public Object<UnitGroupObject, IKelosUnitGroup> {
+class UnitGroupObject
+    : public Object<UnitGroupObject, Extends<IHostKitUnitGroup, IKelosUnitGroup>> {
   public:
     explicit UnitGroupObject(UnitRef member) : member_(std::move(member)) {}
 
@@ -51,6 +53,12 @@ class UnitGroupObject : public Object<UnitGroupObject, IKelosUnitGroup> {
         return answer(result, Given(index), [&]() -> ComPtr<IKelosUnit> {
             const auto* const unit = item_at(units(), index);
             return unit ? make_unit(UnitRef(member_, unit->get())) : nullptr;
+        });
+    }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(result, [&] {
+            return automation::make_enumerator(
+                units(), [&](const auto& unit) { return make_unit(UnitRef(member_, unit.get())); });
         });
     }
 
@@ -120,7 +128,7 @@ class AttributeObject
     }
 };
 
-class AttributeList : public Object<AttributeList, IKelosAttributes> {
+class AttributeList : public Object<AttributeList, Extends<IHostKitAttributes, IKelosAttributes>> {
   public:
     explicit AttributeList(ElementRef owner) : owner_(std::move(owner)) {}
 
@@ -134,6 +142,13 @@ class AttributeList : public Object<AttributeList, IKelosAttributes> {
     STDMETHODIMP Add(BSTR name, IKelosAttribute** result) override {
         return answer(result, Given(name),
                       [&] { return make_attribute(kept(owner_, add(view_of(name)))); });
+    }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(result, [&] {
+            return automation::make_enumerator(owner_->attributes, [&](const auto& attribute) {
+                return make_attribute(kept(owner_, attribute.get()));
+            });
+        });
     }
 
   private:

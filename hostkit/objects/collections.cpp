@@ -1,3 +1,4 @@
+#include "automation/enumerator.h"
 #include "automation/object.h"
 #include "hostkit/objects/objects.h"
 
@@ -6,10 +7,11 @@ namespace {
 
 using automation::Bstr;
 using automation::ComPtr;
+using automation::Extends;
 using automation::Object;
 using automation::view_of;
 
-class ObjectList : public Object<ObjectList, IKelosObjects> {
+class ObjectList : public Object<ObjectList, Extends<IHostKitObjects, IKelosObjects>> {
   public:
     ObjectList(ModelRef model, std::vector<Element*> elements)
         : model_(std::move(model)), elements_(std::move(elements)) {}
@@ -23,13 +25,19 @@ class ObjectList : public Object<ObjectList, IKelosObjects> {
             return element ? make_object(kept(model_, *element)) : nullptr;
         });
     }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(result, [&] {
+            return automation::make_enumerator(
+                elements_, [&](Element* element) { return make_object(kept(model_, element)); });
+        });
+    }
 
   private:
     ModelRef model_;
     std::vector<Element*> elements_;
 };
 
-class NamedEntry : public Object<NamedEntry, IKelosNamedEntry> {
+class NamedEntry : public Object<NamedEntry, Extends<IHostKitNamedEntry, IKelosNamedEntry>> {
   public:
     NamedEntry(std::wstring name, ElementRef element)
         : name_(std::move(name)), element_(std::move(element)) {}
@@ -46,7 +54,8 @@ class NamedEntry : public Object<NamedEntry, IKelosNamedEntry> {
     ElementRef element_;
 };
 
-class NamedEntryList : public Object<NamedEntryList, IKelosNamedEntries> {
+class NamedEntryList
+    : public Object<NamedEntryList, Extends<IHostKitNamedEntries, IKelosNamedEntries>> {
   public:
     explicit NamedEntryList(std::shared_ptr<Document> document) : document_(std::move(document)) {}
 
@@ -56,14 +65,23 @@ class NamedEntryList : public Object<NamedEntryList, IKelosNamedEntries> {
     STDMETHODIMP get_Item(BSTR name, IKelosNamedEntry** result) override {
         return answer(result, Given(name), [&]() -> ComPtr<IKelosNamedEntry> {
             for (const auto& [known, element] : document_->named_entries)
-                if (known == view_of(name))
-                    return automation::make<NamedEntry>(known, kept(document_, element))
-                        ->main_pointer();
+                if (known == view_of(name)) return present(known, element);
             return {};
+        });
+    }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(result, [&] {
+            return automation::make_enumerator(document_->named_entries, [&](const auto& entry) {
+                return present(entry.first, entry.second);
+            });
         });
     }
 
   private:
+    ComPtr<IKelosNamedEntry> present(const std::wstring& name, Element* element) const {
+        return automation::make<NamedEntry>(name, kept(document_, element))->main_pointer();
+    }
+
     std::shared_ptr<Document> document_;
 };
 

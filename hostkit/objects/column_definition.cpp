@@ -12,6 +12,7 @@ namespace {
 
 using automation::Bstr;
 using automation::ComPtr;
+using automation::Extends;
 using automation::Object;
 using automation::Variant;
 using automation::view_of;
@@ -33,7 +34,7 @@ struct ColumnState {
 };
 using StateRef = std::shared_ptr<ColumnState>;
 
-class Evaluator : public Object<Evaluator, IKelosValueEvaluator> {
+class Evaluator : public Object<Evaluator, Extends<IHostKitValueEvaluator, IKelosValueEvaluator>> {
   public:
     explicit Evaluator(StateRef state) : state_(std::move(state)) {}
 

@@ -1,5 +1,6 @@
 #include "hostkit/objects/query_objects.h"
 
+#include "automation/enumerator.h"
 #include "automation/object.h"
 
 namespace hostkit {
@@ -7,6 +8,7 @@ namespace {
 
 using automation::Bstr;
 using automation::ComPtr;
+using automation::Extends;
 using automation::Object;
 using automation::Variant;
 
@@ -42,7 +44,7 @@ class TranslateObjectValue : public Object<TranslateObjectValue, ::TranslateObje
     std::shared_ptr<const CellDefinition> cell_;
 };
 
-class CellObject : public Object<CellObject, IKelosCell> {
+class CellObject : public Object<CellObject, Extends<IHostKitCell, IKelosCell>> {
   public:
     CellObject(ModelRef model, CellContent content)
         : model_(std::move(model)), content_(std::move(content)) {}
@@ -70,7 +72,7 @@ class CellObject : public Object<CellObject, IKelosCell> {
     CellContent content_;
 };
 
-class ColumnList : public Object<ColumnList, IKelosQColumnDefs> {
+class ColumnList : public Object<ColumnList, Extends<IHostKitQColumnDefs, IKelosQColumnDefs>> {
   public:
     explicit ColumnList(ResultRef result) : result_(std::move(result)) {}
 
@@ -83,6 +85,13 @@ class ColumnList : public Object<ColumnList, IKelosQColumnDefs> {
             return found ? make_column_definition(result_.model, **found) : nullptr;
         });
     }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(result, [&] {
+            return automation::make_enumerator(columns(), [&](const auto& column) {
+                return make_column_definition(result_.model, *column);
+            });
+        });
+    }
 
   private:
     std::vector<std::unique_ptr<Column>>& columns() const noexcept {
@@ -92,7 +101,7 @@ class ColumnList : public Object<ColumnList, IKelosQColumnDefs> {
     ResultRef result_;
 };
 
-class ResultTable : public Object<ResultTable, IKelosResultTable> {
+class ResultTable : public Object<ResultTable, Extends<IHostKitResultTable, IKelosResultTable>> {
   public:
     explicit ResultTable(ResultRef result) : result_(std::move(result)) {}
 
@@ -130,7 +139,7 @@ class ResultTable : public Object<ResultTable, IKelosResultTable> {
     ResultRef result_;
 };
 
-class QueryObject : public Object<QueryObject, IKelosQuery> {
+class QueryObject : public Object<QueryObject, Extends<IHostKitQuery, IKelosQuery>> {
   public:
     explicit QueryObject(ResultRef result) : result_(std::move(result)) {}
 

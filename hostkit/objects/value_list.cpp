@@ -1,5 +1,6 @@
 #include "hostkit/objects/query_objects.h"
 
+#include "automation/enumerator.h"
 #include "automation/object.h"
 #include "hostkit/objects/objects.h"
 
@@ -7,9 +8,10 @@ namespace hostkit {
 namespace {
 
 using automation::ComPtr;
+using automation::Extends;
 using automation::Object;
 
-class ValueEntry : public Object<ValueEntry, IKelosValueEntry> {
+class ValueEntry : public Object<ValueEntry, Extends<IHostKitValueEntry, IKelosValueEntry>> {
   public:
     explicit ValueEntry(std::shared_ptr<const PropertyValue> entry) : entry_(std::move(entry)) {}
 
@@ -24,7 +26,8 @@ class ValueEntry : public Object<ValueEntry, IKelosValueEntry> {
     std::shared_ptr<const PropertyValue> entry_;
 };
 
-class ValueListObject : public Object<ValueListObject, IKelosValueList> {
+class ValueListObject
+    : public Object<ValueListObject, Extends<IHostKitValueList, IKelosValueList>> {
   public:
     explicit ValueListObject(PropertyValues values)
         : values_(std::make_shared<const PropertyValues>(std::move(values))) {}
@@ -35,18 +38,26 @@ class ValueListObject : public Object<ValueListObject, IKelosValueList> {
     STDMETHODIMP get_Item(long index, IKelosValueEntry** result) override {
         return answer(result, Given(index), [&]() -> ComPtr<IKelosValueEntry> {
             const PropertyValue* const entry = item_at(values_->entries, index);
-            if (!entry) return {};
-            return automation::make<ValueEntry>(
-                       std::shared_ptr<const PropertyValue>(values_, entry))
-                ->main_pointer();
+            return entry ? present(*entry) : nullptr;
         });
     }
     STDMETHODIMP get_Presentation(KelosPresentation* result) override {
         return answer(result,
                       [&] { return static_cast<KelosPresentation>(values_->presentation); });
     }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(result, [&] {
+            return automation::make_enumerator(
+                values_->entries, [&](const PropertyValue& entry) { return present(entry); });
+        });
+    }
 
   private:
+    ComPtr<IKelosValueEntry> present(const PropertyValue& entry) const {
+        return automation::make<ValueEntry>(std::shared_ptr<const PropertyValue>(values_, &entry))
+            ->main_pointer();
+    }
+
     std::shared_ptr<const PropertyValues> values_;
 };
 

@@ -1,3 +1,4 @@
+#include "automation/enumerator.h"
 #include "automation/object.h"
 #include "hostkit/model/model_functions.h"
 #include "hostkit/objects/objects.h"
@@ -23,7 +24,8 @@ class UndoState : public Object<UndoState, IHostKitUndoState> {
     std::wstring name_;
 };
 
-class LanguageObject : public Object<LanguageObject, IKelosLanguage> {
+class LanguageObject
+    : public Object<LanguageObject, Extends<IHostKitProjectLanguage, IKelosLanguage>> {
   public:
     explicit LanguageObject(std::shared_ptr<const Language> language)
         : language_(std::move(language)) {}
@@ -39,7 +41,7 @@ class LanguageObject : public Object<LanguageObject, IKelosLanguage> {
     std::shared_ptr<const Language> language_;
 };
 
-class LanguageList : public Object<LanguageList, IKelosLanguages> {
+class LanguageList : public Object<LanguageList, Extends<IHostKitLanguages, IKelosLanguages>> {
   public:
     explicit LanguageList(ModelRef model) : model_(std::move(model)) {}
 
@@ -52,12 +54,20 @@ class LanguageList : public Object<LanguageList, IKelosLanguages> {
             return make_language(model_, static_cast<std::size_t>(index) - 1);
         });
     }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(result, [&] {
+            return automation::make_enumerator(model_->languages, [&](const auto& language) {
+                return make_language(
+                    model_, static_cast<std::size_t>(&language - model_->languages.data()));
+            });
+        });
+    }
 
   private:
     ModelRef model_;
 };
 
-class UserObject : public Object<UserObject, IKelosUser> {
+class UserObject : public Object<UserObject, Extends<IHostKitUser, IKelosUser>> {
   public:
     explicit UserObject(std::shared_ptr<const User> user) : user_(std::move(user)) {}
 

@@ -1,13 +1,14 @@
 // A live, read-only automation collection over a sequence of the thread's service state.
 #pragma once
 
+#include "automation/enumerator.h"
 #include "automation/object.h"
 #include "hostkit/boundary.h"
 #include "hostkit/services/service_state.h"
 
 namespace hostkit {
 
-// Interface  the collection's interface, with Count and Item
+// Interface  the collection's interface, with Count, Item and _NewEnum
 // Element    what Item hands out
 // Sequence   the state's member that is shown
 // Present    turns an entry of it into what Item returns
@@ -25,6 +26,10 @@ class Collection
             if (!entry) automation::fail(automation::error_subscript_out_of_range);
             return Present(*entry);
         });
+    }
+    STDMETHODIMP get__NewEnum(IUnknown** result) override {
+        return answer<Uncounted>(
+            result, [] { return automation::make_enumerator(service_state().*Sequence, Present); });
     }
 };
 

@@ -2,13 +2,16 @@
 
 #include "automation/object.h"
 #include "hostkit/boundary.h"
+#include "services.h"
 
 namespace hostkit {
 namespace {
 
 using automation::Bstr;
 
-class ScriptError : public automation::Object<ScriptError, IKelosScriptError> {
+class ScriptError
+    : public automation::Object<ScriptError,
+                                automation::Extends<IHostKitScriptError, IKelosScriptError>> {
   public:
     explicit ScriptError(const ScriptErrorRecord& record) : record_(record) {}
 

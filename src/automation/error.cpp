@@ -3,6 +3,8 @@
 #include <new>
 #include <stdexcept>
 
+#include <cguid.h>
+
 namespace automation {
 namespace {
 
@@ -110,6 +112,23 @@ ErrorReport current_error() noexcept {
         // Describing it ran out of memory: the code alone must do.
         return {E_OUTOFMEMORY, {}, {}};
     }
+}
+
+HRESULT raise_current_error(const wchar_t* source) noexcept {
+    const ErrorReport error = current_error();
+    // An older error's words must not stand for this one.
+    SetErrorInfo(0, nullptr);
+    try {
+        ComPtr<ICreateErrorInfo> creator;
+        check(CreateErrorInfo(creator.put()));
+        creator->SetGUID(GUID_NULL);
+        creator->SetDescription(error.description.get());
+        creator->SetSource(error.source.empty() ? Bstr(source).get() : error.source.get());
+        if (const auto info = creator.try_as<IErrorInfo>()) SetErrorInfo(0, info.get());
+    } catch (...) {
+        // The code alone must do.
+    }
+    return error.code;
 }
 
 }  // namespace automation

@@ -72,4 +72,9 @@ const Pointer& require(const Pointer& object) {
 // Turns the exception being handled into a report. The only function that looks at exception types.
 ErrorReport current_error() noexcept;
 
+// For members that raise their errors, as their objects' ISupportErrorInfo says: leaves what there
+// is to say about the exception being handled for the caller, and answers its code. `source` speaks
+// where nobody else does.
+HRESULT raise_current_error(const wchar_t* source) noexcept;
+
 }  // namespace automation

@@ -153,6 +153,8 @@ bool refuses_arguments(HRESULT code) noexcept {
 HRESULT invoke_member(ITypeInfo* info, void* object, DISPID member, WORD kind,
                       DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                       UINT* bad_argument) noexcept {
+    // Some engines ask for the walk over a collection as for a method, some as for a property.
+    if (member == DISPID_NEWENUM) kind |= DISPATCH_METHOD | DISPATCH_PROPERTYGET;
     const HRESULT code =
         info->Invoke(object, member, kind, parameters, result, exception, bad_argument);
     if (!refuses_arguments(code)) return code;

@@ -63,7 +63,43 @@ class TypeLibraries {
         return kept.get();
     }
 
+    ITypeInfo* class_of(REFIID id) {
+        const auto known = classes_.find(id);
+        if (known != classes_.end()) return known->second.get();
+        ComPtr<ITypeInfo> found;
+        for (UINT i = 0; i < own_->GetTypeInfoCount() && !found; ++i)
+            if (const ComPtr<ITypeInfo> coclass = coclass_at(i))
+                if (guid_of(default_interface(coclass.get()).get()) == id) found = coclass;
+        return classes_.emplace(id, std::move(found)).first->second.get();
+    }
+
   private:
+    // Nothing for a type that is no class.
+    ComPtr<ITypeInfo> coclass_at(UINT index) const {
+        TYPEKIND kind;
+        ComPtr<ITypeInfo> info;
+        check(own_->GetTypeInfoType(index, &kind));
+        if (kind == TKIND_COCLASS) check(own_->GetTypeInfo(index, info.put()));
+        return info;
+    }
+
+    // Every class of ours has one interface.
+    static ComPtr<ITypeInfo> default_interface(ITypeInfo* coclass) {
+        HREFTYPE reference = 0;
+        ComPtr<ITypeInfo> info;
+        check(coclass->GetRefTypeOfImplType(0, &reference));
+        check(coclass->GetRefTypeInfo(reference, info.put()));
+        return info;
+    }
+
+    static GUID guid_of(ITypeInfo* info) {
+        TYPEATTR* attributes = nullptr;
+        check(info->GetTypeAttr(&attributes));
+        const GUID id = attributes->guid;
+        info->ReleaseTypeAttr(attributes);
+        return id;
+    }
+
     static ComPtr<ITypeLib> load(int resource) {
         ComPtr<ITypeLib> library;
         const std::wstring place = module_path() + L"\\" + std::to_wstring(resource);
@@ -74,6 +110,7 @@ class TypeLibraries {
     ComPtr<ITypeLib> shared_;
     ComPtr<ITypeLib> own_;
     std::map<GUID, ComPtr<ITypeInfo>, GuidOrder> infos_;
+    std::map<GUID, ComPtr<ITypeInfo>, GuidOrder> classes_;  // by interface
 };
 
 // Kept while objects live and no longer: the platform keeps the module's file open for a loaded
@@ -157,6 +194,12 @@ ITypeInfo* type_info(REFGUID id) {
     const std::lock_guard lock(libraries_lock);
     if (!libraries) libraries = new TypeLibraries;
     return libraries->info(id);
+}
+
+ITypeInfo* class_of_interface(REFIID id) {
+    const std::lock_guard lock(libraries_lock);
+    if (!libraries) libraries = new TypeLibraries;
+    return libraries->class_of(id);
 }
 
 TypeInfoSlot::TypeInfoSlot(REFGUID id) noexcept : id_(id), next_(first_slot.load()) {

@@ -39,6 +39,10 @@ std::wstring module_path();
 // its last object dies. Throws when neither library holds it.
 ITypeInfo* type_info(REFGUID id);
 
+// The class of this module's own type library whose default interface this is, or null; kept like
+// the type information.
+ITypeInfo* class_of_interface(REFIID id);
+
 // Where a member that is called often finds the type information of one interface. Static objects
 // only: the module knows them all, and empties them when it lets go of the type libraries.
 class TypeInfoSlot {

@@ -5,9 +5,10 @@
 //     ComPtr<Language> language = automation::make<Language>(name, lcid);
 //
 // Self        the class itself. It may have
-//                 static constexpr const CLSID& class_id   the coclass, for its type name
+//                 static constexpr const CLSID& class_id   the coclass that is created
 //                 static constexpr GUID private_id         answers `own_object` (see below)
-// Interfaces  what the object answers; the first is the one that IDispatch speaks for. One that
+// Interfaces  what the object answers; the first is the one that IDispatch speaks for, and the
+//             coclass whose default it is gives the object's type name. One that
 //             extends another interface of the contract names it: Extends<IKelosDocument,
 //             IKelosObject>.
 //
@@ -42,6 +43,12 @@ struct Entry_<Extends<Derived, Inherited...>> {
 };
 template <class Entry>
 using interface_of = typename Entry_<Entry>::Interface;
+
+// Automation interfaces raise their errors with words; others, of windows or private, leave none.
+template <class Entry>
+bool raises(REFIID id) noexcept {
+    return std::is_base_of_v<IDispatch, interface_of<Entry>> && Entry_<Entry>::is(id);
+}
 
 template <class Interface>
 ITypeInfo* info_of() {
@@ -85,24 +92,18 @@ class Object : public ReferenceCounted<detail::interface_of<Main>, detail::inter
     }
 
     STDMETHODIMP InterfaceSupportsErrorInfo(REFIID id) override {
-        const bool ours = detail::Entry_<Main>::is(id) || (detail::Entry_<More>::is(id) || ...);
-        return ours ? S_OK : S_FALSE;
+        const bool raises = detail::raises<Main>(id) || (detail::raises<More>(id) || ...);
+        return raises ? S_OK : S_FALSE;
     }
 
     STDMETHODIMP GetClassInfo(ITypeInfo** info) override {
         if (!info) return E_POINTER;
         *info = nullptr;
-        if constexpr (requires { Self::class_id; }) {
-            try {
-                *info = type_info(Self::class_id);
-                (*info)->AddRef();
-                return S_OK;
-            } catch (...) {
-                return current_error().code;
-            }
-        } else {
-            return E_NOTIMPL;
-        }
+        ITypeInfo* const known = class_info();
+        if (!known) return E_NOTIMPL;
+        known->AddRef();
+        *info = known;
+        return S_OK;
     }
 
     MainInterface* main_interface() noexcept { return static_cast<MainInterface*>(this); }
@@ -117,8 +118,8 @@ class Object : public ReferenceCounted<detail::interface_of<Main>, detail::inter
         if (id == IID_IUnknown || id == IID_IDispatch || detail::Entry_<Main>::is(id))
             return static_cast<MainInterface*>(this);
         if (id == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
-        if constexpr (requires { Self::class_id; })
-            if (id == IID_IProvideClassInfo) return static_cast<IProvideClassInfo*>(this);
+        if (id == IID_IProvideClassInfo)
+            return class_info() ? static_cast<IProvideClassInfo*>(this) : nullptr;
         if constexpr (requires { Self::private_id; })
             if (id == Self::private_id) return static_cast<Self*>(this);
         void* found = nullptr;
@@ -127,6 +128,15 @@ class Object : public ReferenceCounted<detail::interface_of<Main>, detail::inter
                                 : false) ||
                            ...));
         return found;
+    }
+
+    // Nothing for a class that is not in the type library.
+    static ITypeInfo* class_info() noexcept {
+        try {
+            return class_of_interface(__uuidof(MainInterface));
+        } catch (...) {
+            return nullptr;
+        }
     }
 
     template <class Use>

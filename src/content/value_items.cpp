@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "automation/conversion.h"
+#include "automation/enumerator.h"
 
 namespace tessera {
 
@@ -72,6 +73,17 @@ STDMETHODIMP ValueItems::get_Item(long Index, ITesseraValueItem** Result) {
 STDMETHODIMP ValueItems::Remove(VARIANT ItemIdent, ITesseraValueItem** Result) {
     return answer(Result, member(L"Public Function 'Remove'"),
                   [&] { return remove(Variant::value_of(ItemIdent)); });
+}
+
+STDMETHODIMP ValueItems::get__Item(long Index, ITesseraValueItem** Result) {
+    return answer(Result, member(L"Public Property Get '_Item'"), [&] { return item(Index); });
+}
+
+STDMETHODIMP ValueItems::get__NewEnum(IUnknown** Result) {
+    return answer(Result, member(L"Public Property Get '_NewEnum'"), [&] {
+        return automation::make_enumerator(
+            items_, [](const ComPtr<ValueItem>& item) { return item->main_pointer(); });
+    });
 }
 
 ComPtr<ValueItem> ValueItems::item(long position) const {

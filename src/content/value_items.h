@@ -31,6 +31,8 @@ class ValueItems : public automation::Object<ValueItems, ITesseraValueItems>, pu
     STDMETHODIMP get_Count(long* Result) override;
     STDMETHODIMP get_Item(long Index, ITesseraValueItem** Result) override;
     STDMETHODIMP Remove(VARIANT ItemIdent, ITesseraValueItem** Result) override;
+    STDMETHODIMP get__Item(long Index, ITesseraValueItem** Result) override;
+    STDMETHODIMP get__NewEnum(IUnknown** Result) override;
 
   protected:
     void write_items(ArchiveNode& title, ArchiveNode& owner) override;

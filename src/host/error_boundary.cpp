@@ -15,4 +15,8 @@ void report_current_error(const MemberName& member) noexcept {
     }
 }
 
+HRESULT report_missing_place(const MemberName& member) noexcept {
+    return trapped(member, [] { automation::fail(E_POINTER); });
+}
+
 }  // namespace tessera

@@ -96,21 +96,19 @@ HRESULT answer(T* result, const MemberName& member, Produce&& produce) noexcept 
                    [&](auto& holder) { detail::assign(holder, std::forward<Produce>(produce)()); });
 }
 
-template <class T, class Field>
-HRESULT give_trapped(T* result, const Field& field, const MemberName& member) noexcept {
-    return trapped(result, member, [&](auto& holder) { detail::assign(holder, field); });
-}
+// Reports that the caller has no place for the member's result.
+HRESULT report_missing_place(const MemberName& member) noexcept;
 
 // Hands out a field. A number's way is short: nothing can go wrong on it.
 template <class T, class Field>
 HRESULT give(T* result, const Field& field, const MemberName& member) noexcept {
     if constexpr (std::is_same_v<T, Field> && (std::is_arithmetic_v<T> || std::is_enum_v<T>)) {
-        if (result) {
-            *result = field;
-            return S_OK;
-        }
+        if (!result) return report_missing_place(member);
+        *result = field;
+        return S_OK;
+    } else {
+        return trapped(result, member, [&](auto& holder) { detail::assign(holder, field); });
     }
-    return give_trapped(result, field, member);
 }
 
 // Stores into a field what a caller gives.

@@ -214,13 +214,13 @@ STDMETHODIMP Progress::put_Where(uceWhere NewValue) {
 
 // Picture alone has no trap: what little can go wrong is its caller's.
 STDMETHODIMP Progress::get_Picture(BSTR* Result) {
-    if (!Result) return E_POINTER;
-    *Result = nullptr;
+    if (Result) *Result = nullptr;
     try {
+        if (!Result) automation::fail(E_POINTER);
         *Result = Bstr(picture_).detach();
         return S_OK;
     } catch (...) {
-        return automation::current_error().code;
+        return automation::raise_current_error(source);
     }
 }
 
@@ -230,7 +230,7 @@ STDMETHODIMP Progress::put_Picture(BSTR NewValue) {
         where_ = picture_.empty() ? uccNothing : uccUserDef;
         return S_OK;
     } catch (...) {
-        return automation::current_error().code;
+        return automation::raise_current_error(source);
     }
 }
 

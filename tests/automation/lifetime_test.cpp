@@ -101,7 +101,8 @@ TEST_CASE("an object answers its roles with one identity, and its private id to 
     auto* info = reinterpret_cast<ITypeInfo*>(&refused);
     CHECK(probe->GetTypeInfo(1, 0, &info) == DISP_E_BADINDEX);
     CHECK(info == nullptr);
-    CHECK(probe->InterfaceSupportsErrorInfo(__uuidof(IOleWindow)) == S_OK);
+    CHECK(probe->InterfaceSupportsErrorInfo(__uuidof(ITesseraDocument)) == S_OK);
+    CHECK(probe->InterfaceSupportsErrorInfo(__uuidof(IOleWindow)) == S_FALSE);
     CHECK(probe->InterfaceSupportsErrorInfo(__uuidof(ITesseraValue)) == S_FALSE);
 }
 

@@ -65,6 +65,36 @@ for loop in 'Do : X = MappingTableExcel.GetCount : Loop' \
     [ -s out ] && fail "standard output is not empty"
 done
 
+echo "whichever row an export is at, it stops there and leaves what was there"
+rows='1 2 299 300'
+[ -z "${TESSERA_FULL-}" ] || rows=$(seq 300)
+for row in $rows; do
+    cat >rows.vbs <<EOF
+Sub DoVex()
+  Set Files = CreateObject("Scripting.FileSystemObject")
+  For Row = 1 To 301
+    ContentFix "S!A" & Row, Row
+    If Row = $row Then
+      Files.CreateTextFile("marker").Close
+      Do Until Files.FileExists("interrupted") : Loop
+    End If
+  Next
+End Sub
+EOF
+    echo before >content.xml
+    rm -f interrupted
+    start export "$project" --script rows.vbs --out content.xml
+    wait_until test -e marker
+    kill -INT "$pid"
+    wait_until grep -q stopping error
+    touch interrupted
+    check_ended_with 1
+    check_told '^tessera: stopped; nothing was written$'
+    [ "$(cat content.xml)" = before ] || fail "the document that was there is changed at row $row"
+done
+rm content.xml
+[ -z "${TESSERA_FULL-}" ] || echo "figure: rows of an export that Ctrl-C stopped at $(wc -w <<<"$rows")"
+
 echo "a script that calls nobody is ended by the second Ctrl-C"
 script 'Do : X = X : Loop' >alone.vbs
 start export "$project" --script alone.vbs --out content.xml

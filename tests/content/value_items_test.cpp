@@ -84,6 +84,28 @@ TEST_CASE_FIXTURE(ComFixture,
     CHECK(get(items, &ITesseraValueItems::get_Count) == 0);
 }
 
+TEST_CASE_FIXTURE(ComFixture,
+                  "a list is walked as it was when the walk began, and called with a position") {
+    check_transcript(
+        LR"(
+    Set L = Make("Tessera.ValueItems")
+    Function Values() : For Each Item In L : Values = Values & Item.Value(0) : Next : End Function
+    Function Emptied() : For Each Item In L : L.Remove 1 : L.AddNew "n", "" : _
+        Emptied = Emptied & Item.Value(0) : Next : End Function
+    ? Values -> Empty
+    L.AddNew "a", ""
+    L.AddNew "b", ""
+    L.AddNew "c", ""
+    ? Values -> abc
+    ? L(2).Value(0) -> b
+    ? L(4) -> Nothing
+    ? Emptied -> abc
+    ? Values -> nnn
+    )",
+        {});
+    CHECK(error_count() == 0);
+}
+
 TEST_CASE_FIXTURE(ComFixture, "an item keeps objects by reference, what references refer to") {
     const auto items = create<ITesseraValueItems>(L"Tessera.ValueItems");
     const auto holder = create<ITesseraValueItem>(L"Tessera.ValueItem");

@@ -35,24 +35,3 @@ TEST_CASE_FIXTURE(ComFixture,
     CHECK(is_foreign);
     CHECK(count == 1);
 }
-
-TEST_CASE_FIXTURE(ComFixture,
-                  "a thread without an apartment of its own uses objects through the platform") {
-    long count = 0;
-    HRESULT called = E_FAIL;
-    std::thread thread([&] {
-        CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-        {
-            // Marshalled by its own interface, for which the manifests name the type library.
-            const auto list = create<ITesseraValueItems>(L"Tessera.ValueItems");
-            ComPtr<ITesseraValueItem> item;
-            const Variant value(1L);
-            called = list->AddNew(value, value, 0, uccDefault, uccDefault, -1, item.put());
-            list->get_Count(&count);
-        }
-        CoUninitialize();
-    });
-    thread.join();
-    CHECK(called == S_OK);
-    CHECK(count == 1);
-}

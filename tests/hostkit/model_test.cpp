@@ -212,7 +212,7 @@ TEST_CASE_FIXTURE(Plant, "objects are found by path and by identifier") {
     ? area.Children.Count -> 2
     ? area.Children.Item(3) -> Nothing
     ? pump.XObj -> Nothing
-    ? pressure -> [IHostKitAttribute]
+    ? pressure -> [HostKitAttribute]
 )");
     CHECK(get(object(L"A|P1|Process.Pressure"), &IKelosObject::get_SystemType) == kstAttribute);
 }

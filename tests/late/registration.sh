@@ -65,6 +65,12 @@ Pumpe\tPumpe\tCentrifugal pump\t\t\n\t\t\tfill\t\n\t\t\t\t0,5\n\t\t\t\t\n\t\t\td
 \thidden\tSouth plant\t\t\nAnlage\tAnlage\tSouth plant\t\t\n\t\t\tlast\t' \
     samples/vbscript/query_walk.vbs "$project" Plan
 
+expect_printed 'abab Datenblatt Leer Gespeichert Rahmen Delegiert Liste Selbst' \
+    tests/late/collections.js "$project"
+# The examples of the reference print what stands behind their lines.
+expect_printed "$(sed -n "s/.*WScript.Echo .*  ' //p" tools/reference/examples.vbs)" \
+    tools/reference/examples.vbs
+
 # The script that README.md shows, and the lines that it promises.
 sed -n '/^```vb$/,/^```$/p' README.md | sed '1d;$d' | cmp -s - samples/vbscript/content_list.vbs ||
     fail "README.md does not show samples/vbscript/content_list.vbs"

@@ -92,6 +92,35 @@ Check "internal member", Err.Number <> 0, True
 Err.Clear
 On Error GoTo 0
 
+' Every collection gives For Each what it gives by position.
+Sub CheckWalk(What, List)
+    Dim Walked, Entry
+    Walked = 0
+    For Each Entry In List
+        Walked = Walked + 1
+    Next
+    Check What & " walked", Walked, List.Count
+    Check What & " are some", Walked > 0, True
+End Sub
+Dim Pump, Trace
+Set Pump = Kit.Object("Anlage|Pumpe")
+CheckWalk "value items", Items
+CheckWalk "documents", Kit.Documents
+CheckWalk "projects", WS.Projects
+CheckWalk "languages", WS.CurrentProject.Languages
+CheckWalk "children", Pump.Parent.Children
+CheckWalk "attributes", Pump.Attributes
+CheckWalk "columns", Query.ResultTable.Columns
+CheckWalk "traces", Service.Traces
+For Each Trace In Service.Traces
+    Check "trace", Trace, Service.Traces(1)
+    Exit For
+Next
+For Each Held In Pump.Attributes
+    Check "attribute", Held.Name, Pump.Attributes(1).Name
+    Exit For
+Next
+
 Check "reports", Service.Errors.Count, 0
 Check "messages", Service.Messages.Count, 0
 If Failures = 0 Then WScript.Echo "all checks hold"

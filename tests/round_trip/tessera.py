@@ -9,9 +9,11 @@ import zipfile
 from xml.sax.saxutils import quoteattr
 
 import openpyxl
+from lxml import etree
 
 ROOT = pathlib.Path(os.environ["TESSERA_ROOT"])
 SAMPLE = ROOT / "samples" / "plant.xml"
+CONTENT_DOCUMENTS = etree.XMLSchema(file=ROOT / "docs" / "content-document.xsd")
 
 
 class Workplace(unittest.TestCase):
@@ -21,6 +23,21 @@ class Workplace(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
+        self.addCleanup(self.check_content_documents)
+
+    def check_content_documents(self):
+        """What was written and read here as content documents, also inside of workbooks, are such."""
+        texts = {file.name: file.read_bytes() for file in self.folder.glob("*.xml")}
+        for file in self.folder.glob("*.xlsx"):
+            if zipfile.is_zipfile(file) and "customXml/item1.xml" in zipfile.ZipFile(file).namelist():
+                texts[file.name] = self.part("customXml/item1.xml", file.name)
+        for name, text in texts.items():
+            try:
+                document = etree.fromstring(text)
+            except etree.XMLSyntaxError:
+                continue
+            if document.tag == "Contents":
+                self.assertTrue(CONTENT_DOCUMENTS.validate(document), f"{name}: {CONTENT_DOCUMENTS.error_log}")
 
     def run_tessera(self, *arguments, code=0):
         """Runs the program in the folder; answers what it says on standard error."""

@@ -11,7 +11,7 @@ const std::wstring delegate =
     LR"(DocumentObject.get_Delegate
 PlainObject.get_WorkSet "Anlage"
 WorksetObject.get_CurrentUser
-PlainObject.GetRights "Anlage", IKelosUser
+PlainObject.GetRights "Anlage", IHostKitUser
 UserObject.get_Login
 )";
 
