@@ -30,11 +30,10 @@ if(TESSERA_SYMBOLS)
 endif()
 
 set(generated ${CMAKE_BINARY_DIR}/generated)
+file(GLOB definitions CONFIGURE_DEPENDS src/component/*.idl src/host/*.idl hostkit/*.idl)
 install(FILES ${generated}/tessera.h ${generated}/kelos.h ${generated}/hostkit.h ${generated}/model.h
-              ${generated}/services.h src/component/tessera.idl src/host/kelos.idl hostkit/hostkit.idl
-              hostkit/model.idl hostkit/services.idl
-              # What the definitions include.
-              src/host/value_help.h hostkit/object_members.idl
+              ${generated}/services.h ${definitions}
+              src/host/value_help.h  # which the definitions include
         DESTINATION include COMPONENT development)
 install(DIRECTORY samples DESTINATION . COMPONENT samples
         # What the languages' own builds leave there.

@@ -65,10 +65,9 @@ echo "-- the zip, without registration"
 # The script host registers a library of its own when it first runs.
 "$wine" cscript //nologo "Z:$root/tests/late/one_library.vbs" Tessera >/dev/null 2>&1
 # What every Windows has and Wine does not.
-for key in CLSID Interface TypeLib; do
-    "$wine" reg add "HKCU\\Software\\Classes\\$key" /f >/dev/null
+for key in Classes 'Microsoft\Windows\CurrentVersion\Uninstall'; do
+    "$wine" reg add "HKCU\\Software\\$key" /f >/dev/null
 done
-"$wine" reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall' /f >/dev/null
 mkdir -p "$drive/users/${USER:-root}/AppData/Local/Programs"
 state before
 unpacked="$folder/Ausgepackt hier"
