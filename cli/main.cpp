@@ -4,7 +4,6 @@
 
 #include "automation/error.h"
 #include "cli/commands.h"
-#include "cli/exhausted_stack.h"
 #include "cli/failure.h"
 #include "cli/interrupt.h"
 
@@ -24,7 +23,6 @@ int with_com(int (*command)(const Arguments&, Console&), const Arguments& argume
              Console& console) {
     const Apartment apartment;
     catch_interrupts();
-    report_exhausted_stack();
     return command(arguments, console);
 }
 

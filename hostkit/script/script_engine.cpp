@@ -9,6 +9,7 @@
 #include "hostkit/script/code_object.h"
 #include "hostkit/script/message_box.h"
 #include "hostkit/script/script_error_text.h"
+#include "hostkit/script/stack_guard.h"
 #include "hostkit/services/service_state.h"
 
 namespace hostkit {
@@ -119,6 +120,14 @@ void ScriptEngine::offer_message_box(const std::wstring& item, std::wstring_view
     automation::check(script_.run(message_box_code, item.c_str(), ScriptSite::expression_cookie));
 }
 
+std::wstring ScriptEngine::with_stack_guard(const std::wstring& code) {
+    std::wstring result = guarded(code);
+    if (result.size() == code.size()) return result;
+    if (!site_->find_module(stack_guard_name))
+        add_item({stack_guard_name, make_stack_guard(), {}}, false);
+    return result;
+}
+
 // The platform's engine takes a null character for the end and would pass over the rest.
 void ScriptEngine::check_whole(std::wstring_view item, std::wstring_view code) {
     const std::size_t null = code.find(L'\0');
@@ -191,7 +200,8 @@ STDMETHODIMP ScriptEngine::AddModule(BSTR module_name, BSTR code, IDispatch* obj
         const DWORD cookie = add_item({item, object, text}, add_members != VARIANT_FALSE);
         if (text.empty()) return;
         offer_message_box(item, text);
-        run_watched(item, {}, [&] { return script_.run(text.c_str(), item.c_str(), cookie); });
+        const std::wstring run = with_stack_guard(text);
+        run_watched(item, {}, [&] { return script_.run(run.c_str(), item.c_str(), cookie); });
     });
 }
 

@@ -41,6 +41,8 @@ class ScriptEngine : public automation::Object<ScriptEngine, IHostKitScriptEngin
                              HRESULT error, const wchar_t* problem);
     // Gives the module the host's message box when the code asks for one.
     void offer_message_box(const std::wstring& item, std::wstring_view code);
+    // The code as it is run: its procedures end before they exhaust the stack.
+    std::wstring with_stack_guard(const std::wstring& code);
     // Runs code; throws its error after reporting it.
     template <class Call>
     void run_watched(std::wstring_view item, std::wstring_view expression, Call&& call);

@@ -120,6 +120,40 @@ const FailingScript failing_scripts[] = {
 
 }  // namespace
 
+TEST_CASE_FIXTURE(EngineFixture,
+                  "a script that calls itself without end fails, and the engine goes on") {
+    const wchar_t* const endless[] = {
+        L"Sub DoVex()\nDoVex\nEnd Sub",
+        L"Public Sub DoVex ' without end\nDoVex\nEnd Sub",
+        L"x = 1 : Sub DoVex() : DoVex : End Sub",
+        L"Sub DoVex()\nF 1, 2\nEnd Sub\nPrivate Function F(a, _\n ByVal b)\nF = 1 + F(a, b)\n"
+        L"End Function",
+        L"Class C\nPublic Default Property Get P(x())\nP = Me.P(x)\nEnd Property\nEnd Class\n"
+        L"Sub DoVex()\nSet o = New C\no.P 1\nEnd Sub",
+        L"Sub DoVex()\nOn Error Resume Next\nDoVex\nErr.Raise 28, , \"Out of stack space\"\nEnd "
+        L"Sub",
+    };
+    use_sink();
+    int number = 0;
+    for (const wchar_t* const code : endless) {
+        CAPTURE(std::wstring(code));
+        const std::wstring name = L"M" + std::to_wstring(++number);
+        add(name.c_str(), code);
+        const auto error = error_of([&] { run(name.c_str(), L"DoVex"); });
+        if (std::wstring_view(code).find(L"Resume") == std::wstring_view::npos) {
+            REQUIRE(error);
+            CHECK(error->code() == static_cast<HRESULT>(0x800A001C));
+            CHECK(sink.errors().back().description == L"Out of stack space");
+        }
+        CHECK(automation::to_long(evaluate(L"6 * 7", name.c_str())) == 42);
+    }
+    // What only looks like a procedure stays as it is.
+    add(L"Looks",
+        L"s = \"Sub A()\" & _\n \"Function B\" 'Sub C\nRem : Sub D\nPropertyGet = 1\n"
+        L"Function Text\nText = s\nExit Function\nEnd Function");
+    CHECK(run(L"Looks", L"Text").text() == L"Sub A()Function B");
+}
+
 TEST_CASE_FIXTURE(EngineFixture, "the contract's dispatch ids do what the contract says") {
     IDispatch* const host = engine.get();
     const Variant no(false);
