@@ -107,8 +107,6 @@ class ScriptEditor : public automation::Object<ScriptEditor, IKelosScriptEditor,
 
 class ScriptControl : public automation::Object<ScriptControl, IHostKitScriptControl, IOleWindow> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::ScriptControl);
-
     ScriptControl() : editor_(make<ScriptEditor>()) {}
 
     STDMETHODIMP get_Object(IKelosScriptEditor** result) override {

@@ -127,8 +127,6 @@ class StandardControls
     : public automation::Object<
           StandardControls, automation::Extends<IHostKitStandardControls, IKelosStandardControls>> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::StandardControls);
-
     STDMETHODIMP CreateLabel(long window, long left, long top, long width, long height,
                              double font_size, BSTR caption, IKelosLabel** result) override {
         return answer(result, Given(font_size, caption), [&] {

@@ -19,8 +19,6 @@ class TextBox
     : public automation::Object<TextBox, automation::Extends<IHostKitTextBox, IKelosTextBox>,
                                 IOleWindow> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::TextBox);
-
     // The edit control takes 30000 characters unless told otherwise; 0 means as many as it can.
     TextBox() : window_(WC_EDITW) { window_.send(EM_SETLIMITTEXT, 0); }
 

@@ -14,8 +14,6 @@ class WpfBridge
     : public automation::Object<WpfBridge,
                                 automation::Extends<IHostKitWpfBridge, IKelosWpfBridge>> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::WpfBridge);
-
     STDMETHODIMP Move(long left, long top, long width, long height) override {
         return run<Watched>(Given(left, top, width, height), [&] {
             require_alive();

@@ -64,8 +64,6 @@ long language_asked_for(const ColumnState& state) {
 class ColumnDefinition
     : public Object<ColumnDefinition, automation::Extends<IHostKitQColumnDef, IKelosQColumnDef>> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::QColumnDef);
-
     explicit ColumnDefinition(ColumnState state)
         : state_(std::make_shared<ColumnState>(std::move(state))) {}
 
@@ -187,8 +185,6 @@ class PropertyConstantObject
     : public Object<PropertyConstantObject,
                     automation::Extends<IHostKitPropertyConstant, IKelosPropertyConstant>> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::PropertyConstant);
-
     STDMETHODIMP put_Constant(long constant) override {
         return run(Given(constant), [&] { property_ = kelos::find_property(constant); });
     }

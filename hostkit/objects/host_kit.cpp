@@ -29,8 +29,6 @@ std::wstring full_path(const std::wstring& path) {
 
 class Kit : public Object<Kit, IHostKit> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::HostKit);
-
     ~Kit() {
         close();
         if (watcher_) watch_calls(nullptr);

@@ -12,8 +12,6 @@ namespace hostkit {
 // holds a reference on the engine meanwhile, so that a script may well release its own engine.
 class ScriptEngine : public automation::Object<ScriptEngine, IHostKitScriptEngine> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::ScriptEngine);
-
     ScriptEngine();
 
     STDMETHODIMP get_ReportErrors(VARIANT_BOOL* result) override;

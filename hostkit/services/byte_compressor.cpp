@@ -80,8 +80,6 @@ class ByteCompressor
     : public automation::Object<ByteCompressor,
                                 automation::Extends<IHostKitByteCompressor, IKelosByteCompressor>> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::ByteCompressor);
-
     STDMETHODIMP Compress(VARIANT bytes, VARIANT* result) override {
         return answer(result, [&] { return compressed(ByteArrayView(bytes).bytes()); });
     }

@@ -70,8 +70,6 @@ class ByteTextEncoder
     : public automation::Object<
           ByteTextEncoder, automation::Extends<IHostKitByteTextEncoder, IKelosByteTextEncoder>> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::ByteTextEncoder);
-
     STDMETHODIMP EncodeBytes(VARIANT bytes, BSTR* result) override {
         return answer(result, [&] { return encoded(ByteArrayView(bytes).bytes()); });
     }

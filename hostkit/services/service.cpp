@@ -46,8 +46,6 @@ HRESULT serve(T* result, const Given<Values...>& arguments, Body&& body,
 class Service
     : public automation::Object<Service, automation::Extends<IHostKitService, IKelosService>> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::Service);
-
     STDMETHODIMP TranslateText(BSTR text_key, BSTR* result) override {
         return serve(result, Given(text_key), [&] {
             return Bstr(translate_key(view_of(text_key), service_state().language));
