@@ -25,6 +25,7 @@ WorkbookOutcome write_workbook_file(const std::wstring& path, const BaseWorkbook
     if (base.counts_from_1904()) count_from_1904(plan);
     OutputFile file(path);
     const auto left_out = write_workbook(file, base, plan, contents_root, course);
+    course(L"\"" + path + L"\"");
     file.finish();
     plan.unwritten.insert(plan.unwritten.end(), left_out.begin(), left_out.end());
     return {plan.sheets.size(), plan.cells - left_out.size(), std::move(plan.unwritten)};
