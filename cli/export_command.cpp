@@ -128,8 +128,10 @@ class Export {
 
     void write(const dom::Node& root) {
         course_.phase(L"writing " + path_);
-        const ContentRecords records = read_contents(root);
-        table_ = content_table(records.contents);
+        // Neither is free in a long document.
+        ContentRecords records;
+        if (arguments_.writes_workbook() || !arguments_.quiet) records = read_contents(root);
+        if (!arguments_.quiet) table_ = content_table(records.contents);
         if (arguments_.writes_workbook()) return write_workbook(root, records);
         TextFile file(path_, FileEncoding::utf16);
         replaced_ = write_document(file, root, file.encoding_name());

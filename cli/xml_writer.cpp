@@ -1,5 +1,7 @@
 #include "cli/xml_writer.h"
 
+#include <algorithm>
+
 #include "text/utf8.h"
 
 namespace cli {
@@ -35,6 +37,13 @@ constexpr std::u16string_view reference_for(char32_t value, bool in_attribute) n
     }
 }
 
+// Whether the character is written as it stands, wherever it is. An object, since an algorithm
+// would call a function through a pointer.
+constexpr auto is_plain = [](char16_t unit) {
+    return unit >= 0x20 && unit < 0xD800 && unit != u'&' && unit != u'<' && unit != u'>' &&
+           unit != u'"';
+};
+
 }  // namespace
 
 void XmlWriter::declaration(std::u16string_view encoding) {
@@ -46,7 +55,8 @@ void XmlWriter::start(std::u16string_view name, bool holds_text) {
     const bool inside_text = !open_.empty() && open_.back().holds_text;
     if (!inside_text) break_line(open_.size());
     buffer_.append(u"<").append(name);
-    open_.push_back({std::u16string(name), holds_text || inside_text});
+    open_.push_back({name.size(), holds_text || inside_text});
+    names_ += name;
     in_tag_ = true;
 }
 
@@ -73,14 +83,16 @@ void XmlWriter::text(std::u16string_view value) {
 }
 
 void XmlWriter::end() {
-    const Open element = std::move(open_.back());
+    const Open element = open_.back();
     open_.pop_back();
+    const std::size_t name_begin = names_.size() - element.name_length;
     if (element.has_content) {
         if (!element.holds_text) break_line(open_.size());
-        buffer_.append(u"</").append(element.name).append(u">");
+        buffer_.append(u"</").append(names_, name_begin).append(u">");
     } else {
         buffer_.append(u"/>");
     }
+    names_.resize(name_begin);
     in_tag_ = false;
     if (buffer_.size() > buffer_limit) flush();
 }
@@ -102,7 +114,11 @@ void XmlWriter::break_line(std::size_t depth) {
 }
 
 void XmlWriter::escape(std::u16string_view value, bool in_attribute) {
-    while (!value.empty()) {
+    for (;;) {
+        const auto plain_end = std::ranges::find_if_not(value, is_plain);
+        buffer_.append(value.begin(), plain_end);
+        value.remove_prefix(static_cast<std::size_t>(plain_end - value.begin()));
+        if (value.empty()) return;
         const tessera::CodePoint point = tessera::first_code_point(value);
         value.remove_prefix(point.units);
         if (!is_allowed(point.value) || point.is_lone_surrogate()) {

@@ -1,6 +1,7 @@
 // Writes an XML 1.0 document as text, whatever its names and values were made of.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -39,7 +40,7 @@ class XmlWriter {
 
   private:
     struct Open {
-        std::u16string name;
+        std::size_t name_length;
         bool holds_text;
         bool has_content = false;
     };
@@ -52,6 +53,9 @@ class XmlWriter {
     XmlLayout layout_;
     std::u16string buffer_;
     std::vector<Open> open_;
+    // Of the open elements, one after the other: a string for each would take longer than to write
+    // it.
+    std::u16string names_;
     bool in_tag_ = false;
     std::size_t replaced_ = 0;
 };

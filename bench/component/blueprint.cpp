@@ -14,7 +14,7 @@ Blueprint::Blueprint(const dom::Node& element) : name_(dom::name(element)) {
     const long count = get(attributes, &IXMLDOMNamedNodeMap::get_length);
     for (long i = 0; i < count; ++i) {
         const auto attribute = get(attributes, &IXMLDOMNamedNodeMap::get_item, i);
-        attributes_.push_back({dom::name(attribute), Bstr(dom::value(attribute))});
+        attributes_.push_back({dom::name(attribute), Bstr(dom::value(attribute).text())});
     }
     dom::for_each_element(element, [&](const dom::Node& child) { children_.emplace_back(child); });
 }

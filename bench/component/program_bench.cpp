@@ -90,7 +90,7 @@ Export measure_export() {
     };
     Export result;
     result.time = compare(
-        5, rows, [&] { return run(export_command, memory); },
+        9, rows, [&] { return run(export_command, memory); },
         [&] { return run(baseline_command, baseline_memory); });
     result.memory = {median(memory), median(baseline_memory), "MB"};
     return result;

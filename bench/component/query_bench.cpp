@@ -137,7 +137,7 @@ Figures complete() {
     const auto second_heading = dom::sibling_named(headings, L"Content");
     const Blueprint blueprint(dom::sibling_named(second_heading, L"Content"));
     return compare(
-        5, rows,
+        9, rows,
         [&] {
             const auto content = query_content_without_form(project, query);
             ComPtr<IXMLDOMDocument> written;

@@ -63,8 +63,8 @@ inline Bstr name(const Node& node) {
     return automation::get(node, &IXMLDOMNode::get_nodeName);
 }
 // The text of an attribute, of a text node; empty for an element.
-inline std::wstring value(const Node& node) {
-    return std::wstring(automation::get(node, &IXMLDOMNode::get_nodeValue).text());
+inline Variant value(const Node& node) {
+    return automation::get(node, &IXMLDOMNode::get_nodeValue);
 }
 // The node with everything in it, as the parser writes it.
 inline Bstr xml(const Node& node) {
