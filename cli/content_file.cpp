@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "automation/bstr.h"
-#include "cli/xml_scanner.h"
+#include "cli/element_text.h"
 
 namespace cli {
 namespace {
@@ -34,7 +34,7 @@ bool holds_text(const dom::Node& element) {
 }
 
 // Which elements hold text, in the order of their starts.
-class TextFinder final : public XmlEvents {
+class TextFinder final : public ElementTextHandler {
   public:
     void start(std::u16string_view) override {
         open_.push_back(holds_text_.size());
@@ -56,7 +56,7 @@ class TextFinder final : public XmlEvents {
     std::vector<bool> holds_text_;
 };
 
-class Rewriter final : public XmlEvents {
+class Rewriter final : public ElementTextHandler {
   public:
     Rewriter(XmlWriter& writer, const TextFinder& texts) : writer_(writer), texts_(texts) {}
 
@@ -110,9 +110,9 @@ void write_child(XmlWriter& writer, const dom::Node& element) {
     const Bstr xml = dom::xml(element);
     if (may_be_garbled(xml.u16())) return write_element(writer, element);
     TextFinder texts;
-    if (may_hold_text(xml.u16())) scan_xml(xml.u16(), texts);
+    if (may_hold_text(xml.u16())) read_element_text(xml.u16(), texts);
     Rewriter rewriter(writer, texts);
-    scan_xml(xml.u16(), rewriter);
+    read_element_text(xml.u16(), rewriter);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "cli/package/zip_reader.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
 #include <utility>
 

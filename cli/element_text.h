@@ -1,5 +1,6 @@
 // Reads the text that the platform's XML parser writes of an element: well-formed, but for
-// characters that XML does not allow and that the parser takes all the same.
+// characters that XML does not allow and that the parser takes all the same. A strict parser
+// (package/xml_events.h) would refuse those.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@
 namespace cli {
 
 // A tag, or text; what is read next is inside the element of a tag that opens one.
-class XmlEvents {
+class ElementTextHandler {
   public:
     virtual void start(std::u16string_view name) = 0;
     // Of the element that started last.
@@ -17,11 +18,11 @@ class XmlEvents {
     virtual void end() = 0;
 
   protected:
-    ~XmlEvents() = default;
+    ~ElementTextHandler() = default;
 };
 
 // Values come without references and with line feeds for line ends. Comments and processing
 // instructions are passed over. Text that breaks off ends there.
-void scan_xml(std::u16string_view xml, XmlEvents& events);
+void read_element_text(std::u16string_view xml, ElementTextHandler& handler);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-#include "cli/xml_scanner.h"
+#include "cli/element_text.h"
 
 #include <algorithm>
 #include <array>
@@ -50,12 +50,12 @@ void append_reference(std::u16string& text, std::u16string_view name) {
 
 class Scanner {
   public:
-    Scanner(std::u16string_view xml, XmlEvents& events) : rest_(xml), events_(events) {}
+    Scanner(std::u16string_view xml, ElementTextHandler& handler) : rest_(xml), handler_(handler) {}
 
     void scan() {
         while (!rest_.empty()) {
             if (!rest_.starts_with(u'<'))
-                events_.text(decoded(take_to(u'<')));
+                handler_.text(decoded(take_to(u'<')));
             else if (rest_.starts_with(cdata_begin))
                 cdata();
             else if (rest_.starts_with(u"<!--"))
@@ -94,19 +94,19 @@ class Scanner {
         drop(cdata_begin.size());
         text_.clear();
         append_with_line_feeds(take(rest_.find(cdata_end)));
-        events_.text(text_);
+        handler_.text(text_);
         drop(cdata_end.size());
     }
 
     void end_tag() {
         take_to(u'>');
         drop(1);
-        events_.end();
+        handler_.end();
     }
 
     void start_tag() {
         drop(1);
-        events_.start(take_until(ends_name));
+        handler_.start(take_until(ends_name));
         for (;;) {
             take_until(is_not_blank);
             if (rest_.empty()) return;
@@ -121,7 +121,7 @@ class Scanner {
         take_until(is_quote);
         const std::u16string_view quote = take(1);
         if (quote.empty()) return;
-        events_.attribute(name, decoded(take_to(quote.front())));
+        handler_.attribute(name, decoded(take_to(quote.front())));
         drop(1);
     }
 
@@ -151,14 +151,14 @@ class Scanner {
     }
 
     std::u16string_view rest_;
-    XmlEvents& events_;
+    ElementTextHandler& handler_;
     std::u16string text_;
 };
 
 }  // namespace
 
-void scan_xml(std::u16string_view xml, XmlEvents& events) {
-    Scanner(xml, events).scan();
+void read_element_text(std::u16string_view xml, ElementTextHandler& handler) {
+    Scanner(xml, handler).scan();
 }
 
 }  // namespace cli

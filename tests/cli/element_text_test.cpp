@@ -1,4 +1,4 @@
-#include "cli/xml_scanner.h"
+#include "cli/element_text.h"
 
 #include <doctest/doctest.h>
 
@@ -7,7 +7,7 @@ using namespace cli;
 namespace {
 
 // What was read: "<name", " name=[value]", "[text]", ">" for an end.
-class Transcript final : public XmlEvents {
+class Transcript final : public ElementTextHandler {
   public:
     void start(std::u16string_view name) override { text_.append(u"<").append(name); }
     void attribute(std::u16string_view name, std::u16string_view value) override {
@@ -24,7 +24,7 @@ class Transcript final : public XmlEvents {
 
 std::u16string read(std::u16string_view xml) {
     Transcript transcript;
-    scan_xml(xml, transcript);
+    read_element_text(xml, transcript);
     return transcript.str();
 }
 
