@@ -7,28 +7,7 @@ source "$1"
 program=$2
 groups=2
 [ -z "${TESSERA_FULL-}" ] || groups=30
-folder=$(mktemp -d)
-pid=
-trap 'kill -KILL $pid 2>/dev/null; rm -rf "$folder"' EXIT
-cd "$folder" || exit 1
-
-fail() {
-    echo "FAILED: $1"
-    cat error
-    exit 1
-}
-wait_until() {
-    until "$@"; do
-        kill -0 "$pid" 2>/dev/null || fail "the program ended before: $*"
-        sleep 0.02
-    done
-}
-check_ended_with() {
-    wait "$pid"
-    local code=$?
-    pid=
-    [ "$code" -eq "$1" ] || fail "exit code $code instead of $1"
-}
+source "$(dirname "$0")/interruption.sh"
 
 # Each row is longer than what a pipe holds: whoever has read its first byte knows that the program is
 # writing it and cannot be done before it is read on.

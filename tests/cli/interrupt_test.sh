@@ -5,37 +5,13 @@ set -u
 source "$1"
 program=$2
 project=$3
-folder=$(mktemp -d)
-pid=
-trap 'kill -KILL $pid 2>/dev/null; rm -rf "$folder"' EXIT
-cd "$folder" || exit 1
+source "$(dirname "$0")/interruption.sh"
 
-fail() {
-    echo "FAILED: $1"
-    cat out error
-    exit 1
-}
 start() {
     rm -f marker
     # Without a program between them that would keep the signal.
     wine "$program" "$@" >out 2>error &
     pid=$!
-}
-# Waits until the condition holds; a program that has ended by then fails the test.
-wait_until() {
-    until "$@"; do
-        kill -0 "$pid" 2>/dev/null || { wait "$pid"; fail "exit code $? came before: $*"; }
-        sleep 0.05
-    done
-}
-check_ended_with() {
-    wait "$pid"
-    check_ended_so "$?" "$1"
-}
-check_ended_so() {
-    pid=
-    [ "$1" -eq "$2" ] || fail "exit code $1 instead of $2"
-    is_begun && fail "a temporary file was left"
 }
 # What is not complete stands beside its place.
 is_begun() { test -s tessera-*.tmp; }
@@ -53,7 +29,7 @@ interrupt_writing_of() {
         code=$?
         [ "$code" -eq 0 ] || break
     done
-    check_ended_so "$code" 1
+    check_code "$code" 1
 }
 check_told() { grep -q "$1" error || fail "standard error does not say: $1"; }
 
