@@ -65,13 +65,16 @@ class HeadReader {
         at_ = skip_blanks() + next.size();
         return true;
     }
-    // Parameters may be arrays, with parentheses of their own, and stand in several lines.
+    // Parameters may be arrays, with parentheses of their own and no others inside, and stand in
+    // several lines.
     bool takes_parameters() noexcept {
+        constexpr int deepest = 2;
         std::size_t at = skip_blanks();
         if (at == code_.size() || code_[at] != L'(') return true;
         int depth = 0;
         for (; at < code_.size(); ++at) {
             depth += code_[at] == L'(' ? 1 : code_[at] == L')' ? -1 : 0;
+            if (depth > deepest) return false;
             if (depth > 0) continue;
             at_ = at + 1;
             return true;

@@ -5,8 +5,7 @@
 //     ComPtr<Language> language = automation::make<Language>(name, lcid);
 //
 // Self        the class itself. It may have
-//                 static constexpr const CLSID& class_id   the coclass that is created
-//                 static constexpr GUID private_id         answers `own_object` (see below)
+//                 static constexpr GUID private_id   answers `own_object` (see below)
 // Interfaces  what the object answers; the first is the one that IDispatch speaks for, and the
 //             coclass whose default it is gives the object's type name. One that
 //             extends another interface of the contract names it: Extends<IKelosDocument,

@@ -15,7 +15,6 @@ namespace {
 
 class Probe : public automation::Object<Probe, ITesseraDocument, IOleWindow> {
   public:
-    static constexpr const CLSID& class_id = __uuidof(::Document);
     static constexpr GUID private_id = {
         0x2f1c7a11, 0x5d0e, 0x4a43, {0x9b, 0x51, 0x6e, 0x1d, 0x0c, 0x7f, 0x33, 0x02}};
 
