@@ -64,7 +64,10 @@ function(tessera_idl target source)
         list(APPEND libraries ${_parser_library})
         # The header names the file as it is given here; it is installed, so without this machine's path.
         file(RELATIVE_PATH named ${PROJECT_SOURCE_DIR} ${source})
-        set(commands COMMAND ${widl} -h -o ${out}/${ARG_HEADER} ${named})
+        set(commands
+            COMMAND ${widl} -h -o ${out}/${ARG_HEADER} ${named}
+            COMMAND ${CMAKE_COMMAND} -DHEADER=${out}/${ARG_HEADER}
+                    -P ${PROJECT_SOURCE_DIR}/cmake/NullDefaultTexts.cmake)
         if(ARG_TYPELIB)
             set(typelib ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${ARG_TYPELIB})
             list(APPEND outputs ${typelib})
@@ -95,4 +98,6 @@ function(tessera_idl target source)
     add_library(${target} INTERFACE)
     add_dependencies(${target} ${target}_files)
     target_include_directories(${target} SYSTEM INTERFACE ${out})
+    # midl writes L"" for an empty text as a parameter's default, which a strict compiler refuses.
+    target_compile_options(${target} INTERFACE $<$<CXX_COMPILER_ID:MSVC>:/Zc:strictStrings->)
 endfunction()
