@@ -1,6 +1,7 @@
 // An owning COM interface pointer.
 #pragma once
 
+#include <type_traits>
 #include <utility>
 
 #include "automation/windows_headers.h"

@@ -2,6 +2,8 @@
 
 #include <doctest/doctest.h>
 
+#include <utility>
+
 #include "cli/failure.h"
 #include "cli/package/zip_format.h"
 #include "package/zip_builder.h"

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <set>
+#include <vector>
 
 #include "automation/conversion.h"
 #include "automation/dom.h"

@@ -1,7 +1,9 @@
 // An automation object whose members are lambdas, to stand in for whatever calls or is called.
 #pragma once
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
