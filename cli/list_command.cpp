@@ -23,14 +23,24 @@ struct ListedDocument {
     std::u16string path;
     std::u16string description;
     std::optional<long> mapping_rows;
-    bool has_script = false;
+    bool runs_stored_script = false;
 };
 
 std::u16string u16(const Bstr& text) {
     return std::u16string(text.u16());
 }
 
-ListedDocument listed(const ComPtr<IKelosObject>& object) {
+// The component decides it: a stored script that is nothing but its frame gives way to the default
+// one, and one that the user may not change where it is kept is not read.
+bool runs_stored_script(const ComPtr<ITesseraVexScript>& runner, const ChosenDocument& document) {
+    const Bstr stored = stored_script(document);
+    if (tessera::trim_blanks(stored.view()).empty()) return false;
+    const Bstr script =
+        get(runner, &ITesseraVexScript::GetVexScript, document.document.get(), VARIANT_FALSE);
+    return script.view() == stored.view();
+}
+
+ListedDocument listed(const ComPtr<ITesseraVexScript>& runner, const ComPtr<IKelosObject>& object) {
     const auto details = object.as<IHostKitDocument>();
     const ChosenDocument document{object.as<IKelosDocument>(), {}};
     ListedDocument result;
@@ -39,22 +49,23 @@ ListedDocument listed(const ComPtr<IKelosObject>& object) {
     result.description = u16(get(details, &IHostKitDocument::get_Description));
     if (const auto table = mapping_table(document))
         result.mapping_rows = get(table, &IKelosMappingTable::GetCount);
-    result.has_script = !tessera::trim_blanks(stored_script(document).view()).empty();
+    result.runs_stored_script = runs_stored_script(runner, document);
     return result;
 }
 
 std::vector<ListedDocument> documents_of(const Project& project) {
     const auto objects = get(project.kit(), &IHostKit::get_Documents);
+    const auto runner = automation::create_object<ITesseraVexScript>(L"Tessera.VexScript");
     std::vector<ListedDocument> documents;
     const long count = get(objects, &IKelosObjects::get_Count);
     for (long i = 1; i <= count; ++i)
-        documents.push_back(listed(get(objects, &IKelosObjects::get_Item, i)));
+        documents.push_back(listed(runner, get(objects, &IKelosObjects::get_Item, i)));
     return documents;
 }
 
 // What an export runs: the document's own script, or the default one for its mapping table.
 std::u16string_view script_of(const ListedDocument& document) {
-    if (document.has_script) return u"own";
+    if (document.runs_stored_script) return u"own";
     return document.mapping_rows ? u"default" : u"";
 }
 
