@@ -23,21 +23,23 @@ struct ListedDocument {
     std::u16string path;
     std::u16string description;
     std::optional<long> mapping_rows;
-    bool runs_stored_script = false;
+    std::u16string_view script;
 };
 
 std::u16string u16(const Bstr& text) {
     return std::u16string(text.u16());
 }
 
-// The component decides it: a stored script that is nothing but its frame gives way to the default
-// one, and one that the user may not change where it is kept is not read.
-bool runs_stored_script(const ComPtr<ITesseraVexScript>& runner, const ChosenDocument& document) {
+// What an export runs: the document's own script, or the default one for its mapping table. The
+// component decides it: a stored script that is nothing but its frame gives way to the default one,
+// and a user who may not change the place of a script gets none.
+std::u16string_view script_of(const ComPtr<ITesseraVexScript>& runner,
+                              const ChosenDocument& document) {
     const Bstr stored = stored_script(document);
-    if (tessera::trim_blanks(stored.view()).empty()) return false;
     const Bstr script =
         get(runner, &ITesseraVexScript::GetVexScript, document.document.get(), VARIANT_FALSE);
-    return script.view() == stored.view();
+    if (tessera::trim_blanks(script.view()).empty()) return {};
+    return script.view() == stored.view() ? u"own" : u"default";
 }
 
 ListedDocument listed(const ComPtr<ITesseraVexScript>& runner, const ComPtr<IKelosObject>& object) {
@@ -49,7 +51,7 @@ ListedDocument listed(const ComPtr<ITesseraVexScript>& runner, const ComPtr<IKel
     result.description = u16(get(details, &IHostKitDocument::get_Description));
     if (const auto table = mapping_table(document))
         result.mapping_rows = get(table, &IKelosMappingTable::GetCount);
-    result.runs_stored_script = runs_stored_script(runner, document);
+    result.script = script_of(runner, document);
     return result;
 }
 
@@ -63,12 +65,6 @@ std::vector<ListedDocument> documents_of(const Project& project) {
     return documents;
 }
 
-// What an export runs: the document's own script, or the default one for its mapping table.
-std::u16string_view script_of(const ListedDocument& document) {
-    if (document.runs_stored_script) return u"own";
-    return document.mapping_rows ? u"default" : u"";
-}
-
 TextTable table_of(const std::vector<ListedDocument>& documents) {
     TextTable table{{u"Document", u"Path", u"Rows", u"Script", u"Description"}, {}};
     for (const ListedDocument& document : documents)
@@ -76,7 +72,7 @@ TextTable table_of(const std::vector<ListedDocument>& documents) {
                               document.mapping_rows
                                   ? std::u16string(as_u16(std::to_wstring(*document.mapping_rows)))
                                   : u"",
-                              std::u16string(script_of(document)), document.description});
+                              std::u16string(document.script), document.description});
     return table;
 }
 
@@ -101,7 +97,7 @@ Json as_json(const ListedDocument& document) {
                 {"mappingRows", nullptr},
                 {"script", nullptr}};
     if (document.mapping_rows) fields["mappingRows"] = *document.mapping_rows;
-    if (!script_of(document).empty()) fields["script"] = json_text(script_of(document));
+    if (!document.script.empty()) fields["script"] = json_text(document.script);
     return fields;
 }
 
