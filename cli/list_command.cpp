@@ -23,14 +23,26 @@ struct ListedDocument {
     std::u16string path;
     std::u16string description;
     std::optional<long> mapping_rows;
-    bool has_script = false;
+    std::u16string_view script;
 };
 
 std::u16string u16(const Bstr& text) {
     return std::u16string(text.u16());
 }
 
-ListedDocument listed(const ComPtr<IKelosObject>& object) {
+// What an export runs: the document's own script, or the default one for its mapping table. The
+// component decides it: a stored script that is nothing but its frame gives way to the default one,
+// and a user who may not change the place of a script gets none.
+std::u16string_view script_of(const ComPtr<ITesseraVexScript>& runner,
+                              const ChosenDocument& document) {
+    const Bstr stored = stored_script(document);
+    const Bstr script =
+        get(runner, &ITesseraVexScript::GetVexScript, document.document.get(), VARIANT_FALSE);
+    if (tessera::trim_blanks(script.view()).empty()) return {};
+    return script.view() == stored.view() ? u"own" : u"default";
+}
+
+ListedDocument listed(const ComPtr<ITesseraVexScript>& runner, const ComPtr<IKelosObject>& object) {
     const auto details = object.as<IHostKitDocument>();
     const ChosenDocument document{object.as<IKelosDocument>(), {}};
     ListedDocument result;
@@ -39,23 +51,18 @@ ListedDocument listed(const ComPtr<IKelosObject>& object) {
     result.description = u16(get(details, &IHostKitDocument::get_Description));
     if (const auto table = mapping_table(document))
         result.mapping_rows = get(table, &IKelosMappingTable::GetCount);
-    result.has_script = !tessera::trim_blanks(stored_script(document).view()).empty();
+    result.script = script_of(runner, document);
     return result;
 }
 
 std::vector<ListedDocument> documents_of(const Project& project) {
     const auto objects = get(project.kit(), &IHostKit::get_Documents);
+    const auto runner = automation::create_object<ITesseraVexScript>(L"Tessera.VexScript");
     std::vector<ListedDocument> documents;
     const long count = get(objects, &IKelosObjects::get_Count);
     for (long i = 1; i <= count; ++i)
-        documents.push_back(listed(get(objects, &IKelosObjects::get_Item, i)));
+        documents.push_back(listed(runner, get(objects, &IKelosObjects::get_Item, i)));
     return documents;
-}
-
-// What an export runs: the document's own script, or the default one for its mapping table.
-std::u16string_view script_of(const ListedDocument& document) {
-    if (document.has_script) return u"own";
-    return document.mapping_rows ? u"default" : u"";
 }
 
 TextTable table_of(const std::vector<ListedDocument>& documents) {
@@ -65,7 +72,7 @@ TextTable table_of(const std::vector<ListedDocument>& documents) {
                               document.mapping_rows
                                   ? std::u16string(as_u16(std::to_wstring(*document.mapping_rows)))
                                   : u"",
-                              std::u16string(script_of(document)), document.description});
+                              std::u16string(document.script), document.description});
     return table;
 }
 
@@ -90,7 +97,7 @@ Json as_json(const ListedDocument& document) {
                 {"mappingRows", nullptr},
                 {"script", nullptr}};
     if (document.mapping_rows) fields["mappingRows"] = *document.mapping_rows;
-    if (!script_of(document).empty()) fields["script"] = json_text(script_of(document));
+    if (!document.script.empty()) fields["script"] = json_text(document.script);
     return fields;
 }
 

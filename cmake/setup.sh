@@ -17,7 +17,7 @@ tessera_install() {
         tessera_is_installed "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
-    echo "-- installing ${missing[*]}"
+    echo "-- installing ${missing[*]}" >&2
     [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     "${as_root[@]}" apt-get update -q >/dev/null
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
@@ -28,9 +28,9 @@ tessera_install() {
 tessera_build() {
     local preset=$1 log
     log=$(mktemp)
-    echo "-- building ($preset)"
+    echo "-- building ($preset)" >&2
     if ! { cmake --preset "$preset" && cmake --build "build/$preset"; } >"$log" 2>&1; then
-        cat "$log"
+        cat "$log" >&2
         rm -f "$log"
         return 1
     fi

@@ -15,7 +15,7 @@ export LC_ALL="${TESSERA_LOCALE:-C.UTF-8}"
 # is needed; TESSERA_DRIVER=x11 asks for real drawing.
 tessera_wine_prefix() {
     if [ ! -e "$WINEPREFIX/.ready" ]; then
-        echo "-- making the Wine prefix (once)"
+        echo "-- making the Wine prefix (once)" >&2
         mkdir -p "$WINEPREFIX"
         DISPLAY='' wineboot -i >/dev/null 2>&1
         wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d "${TESSERA_DRIVER:-null}" /f \

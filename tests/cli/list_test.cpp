@@ -31,6 +31,22 @@ constexpr const char* project = R"(<?xml version="1.0" encoding="UTF-8"?>
         ContentFix "S!A1", WorkSet.CurrentUser.Login
       End Sub]]></script>
     </document>
+    <object type="pump" name="Keeper">
+      <rights user="me" mask="0"/>
+      <script><![CDATA[Sub DoVex()
+        ContentFix "S!A1", 1
+      End Sub]]></script>
+    </object>
+    <document name="Kept" uid="D3" delegate="Keeper"/>
+    <document name="Frame" uid="D4">
+      <script><![CDATA[
+        Sub DoVex()
+        End Sub
+      ]]></script>
+      <object type="mapping table" name="Map" uid="M4"><mapping><rows sheet="Pumps">
+        <row cell="A1" object="Pump" property="Description"/>
+      </rows></mapping></object>
+    </document>
   </project>
   <queries>
     <query name="Pumpenliste"><column name="N" property="Name"/></query>
@@ -54,6 +70,8 @@ TEST_CASE("documents, queries and languages are listed as text and for programs"
           "---------  ---------  ----  -------  -----------\n"
           "List       List       2     default  Pumpenliste\n"
           "Übersicht  Übersicht        own\n"
+          "Kept       Kept\n"
+          "Frame      Frame      1     default\n"
           "\n"
           "Query\n-----------\nPumpenliste\n\n"
           "Language\n--------\nDeutsch\nEnglish\n\n"
@@ -64,6 +82,8 @@ TEST_CASE("documents, queries and languages are listed as text and for programs"
          {"\"project\": \"standard input\"", "\"name\": \"Übersicht\"", "\"mappingRows\": 2",
           "\"mappingRows\": null", "\"script\": \"own\"", "\"user\": \"guest\""})
         CHECK_MESSAGE(contains(json.out, part), json.out);
+    // The default script is stored before it runs, which the guest may not do.
+    CHECK_MESSAGE(!contains(json.out, "\"default\""), json.out);
 }
 
 TEST_CASE("texts come in the language that is asked for, and scripts see the user") {
@@ -92,7 +112,7 @@ TEST_CASE("what a project does not have is told with what it has and what may be
         const char* sentence;
     } cases[] = {
         {{L"export", L"p.xml", L"--document", L"Lst"},
-         R"("p.xml" has no document "Lst"; it has "List", "Übersicht"; did you mean "List"?)"},
+         R"("p.xml" has no document "Lst"; it has "List", "Übersicht", "Kept", "Frame"; did you mean "List"?)"},
         {{L"query", L"p.xml", L"--query", L"Pumpen", L"--format", L"rows"},
          R"("p.xml" has no query "Pumpen"; it has "Pumpenliste"; did you mean "Pumpenliste"?)"},
         {{L"list", L"p.xml", L"--language", L"French"},
