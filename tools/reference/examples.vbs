@@ -221,7 +221,9 @@ Set Engine = CreateObject("KelosScript.Engine")
 On Error Resume Next : Engine.AddModule "Bad", "X = 1 / 0", Nothing, False : On Error GoTo 0
 WScript.Echo CreateObject("Kelos.Service").ScriptErrors.Item(1).LineNr  ' 1
 ' == HostKitScriptErrors
-Set Service = CreateObject("Kelos.Service")
+Set Service = CreateObject("Kelos.Service") : Service.Clear
+Set Engine = CreateObject("KelosScript.Engine")
+On Error Resume Next : Engine.AddModule "Bad", "X = 1 / 0", Nothing, False : On Error GoTo 0
 For Each Failure In Service.ScriptErrors : WScript.Echo Failure.Item : Next  ' Bad
 ' == HostKitForm
 Set Progress = CreateObject("Tessera.Progress") : Progress.StartProcess
