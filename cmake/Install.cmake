@@ -37,6 +37,7 @@ install(FILES ${generated}/tessera.h ${generated}/kelos.h ${generated}/hostkit.h
         DESTINATION include COMPONENT development)
 install(DIRECTORY samples DESTINATION . COMPONENT samples
         # What the languages' own builds and exports leave there.
-        PATTERN bin EXCLUDE PATTERN obj EXCLUDE PATTERN __pycache__ EXCLUDE PATTERN "*.content.xml" EXCLUDE)
+        PATTERN bin EXCLUDE PATTERN obj EXCLUDE PATTERN __pycache__ EXCLUDE
+        PATTERN "*.content.xml" EXCLUDE)
 install(DIRECTORY docs DESTINATION . COMPONENT documents)
 install(FILES README.md LICENSE CHANGELOG.md CONTRIBUTING.md DESTINATION . COMPONENT documents)
