@@ -1,12 +1,14 @@
 // tessera list: what a project file has that the other commands can be given by name.
 
 #include "automation/bstr.h"
+#include "automation/dispatch.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/project.h"
 #include "cli/records/json_fields.h"
 #include "cli/standard_path.h"
 #include "cli/text_table.h"
+#include "tessera.h"
 #include "text/trim.h"
 
 namespace cli {
