@@ -19,7 +19,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 COPY = ROOT / "build" / "mutants"
 BUILD = COPY / "build" / "test"
-TEST_SECONDS = 120  # of one test program; a fault that makes it hang is noticed
+TEST_SECONDS = 300  # of one test program, beside other work; a fault that makes it hang is noticed
 
 TEXT = re.compile(r'\b[Lu]"((?:[^"\\]|\\.)+)"')
 COMPARISON = re.compile(r" (<=|>=|==|!=|<|>) ")
