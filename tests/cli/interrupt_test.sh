@@ -31,6 +31,11 @@ interrupt_writing_of() {
     done
     check_code "$code" 1
 }
+# The document ends with its root element, which may be empty: the interrupt may come before a row.
+check_whole() {
+    tail -c 100 "$1" | tr -d '\0\r' | tail -n 1 | grep -Eq "^(</$2>|<$2[^<]*/>)\$" ||
+        fail "the document has no end"
+}
 check_told() { grep -q "$1" error || fail "standard error does not say: $1"; }
 
 # Makes the file that the test waits for, then runs the given loop.
@@ -114,7 +119,7 @@ wait_until is_begun
 kill -INT "$pid"
 check_ended_with 1
 check_told '^tessera: broken off; '
-tail -c 26 complete.xml | tr -d '\0' | grep -q '</Contents>' || fail "the document has no end"
+check_whole complete.xml Contents
 
 echo "rows that are broken off are a whole document"
 start query "$project" --query Signalliste --format rows --out rows.xml
@@ -122,7 +127,7 @@ wait_until is_begun
 kill -INT "$pid"
 check_ended_with 1
 check_told '^tessera: broken off; '
-tail -c 18 rows.xml | tr -d '\0' | grep -q '</Rows>' || fail "the document has no end"
+check_whole rows.xml Rows
 
 echo "a page that is stopped leaves what was there"
 make_sheet() {
